@@ -1,0 +1,29 @@
+# One interface target carries the language level, the warnings and what reproducible numbers need.
+# No fused multiply-add and no reassociation: kernels give the same bits at every processor level.
+add_library(build_flags INTERFACE)
+target_compile_features(build_flags INTERFACE cxx_std_20)
+target_compile_options(build_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off -fno-math-errno)
+
+option(BAILUXSKO_WERROR "Treat warnings as errors" OFF)
+if(BAILUXSKO_WERROR)
+    target_compile_options(build_flags INTERFACE -Werror)
+endif()
+
+set(BAILUXSKO_SANITIZE "" CACHE STRING "Sanitizers to build with, such as address,undefined")
+if(BAILUXSKO_SANITIZE)
+    target_compile_options(build_flags INTERFACE -fsanitize=${BAILUXSKO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(build_flags INTERFACE -fsanitize=${BAILUXSKO_SANITIZE})
+endif()
+
+# ccache makes a second build tree cheap; nothing depends on it.
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+# Symbols are hidden unless BAILUXSKO_API exports them.
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)

@@ -1,0 +1,53 @@
+#pragma once
+
+/// Every text that a function raises, once. Lower case, no full stop: users' worksheets may compare them.
+namespace msg {
+
+// raised by native routines
+inline constexpr char invalid_dimension[] = "invalid dimension";
+inline constexpr char must_be_square[] = "must be square";
+inline constexpr char array_size_mismatch[] = "array size mismatch";
+inline constexpr char singular_matrix[] = "singular matrix";
+inline constexpr char matrix_too_big[] = "matrix too big";
+inline constexpr char null_pointer[] = "null pointer";
+inline constexpr char unknown_error[] = "unknown error";
+inline constexpr char domain_error[] = "domain error";
+inline constexpr char out_of_memory[] = "out of memory";
+
+// raised by the entry frame and the entry operations
+inline constexpr char floating_point_exception[] = "floating point exception";
+inline constexpr char floating_point_error[] = "floating point error";
+inline constexpr char must_be_scalar_or_matrix[] = "must be a scalar or a matrix";
+inline constexpr char must_be_scalar_matrix[] = "must be scalar matrix";
+inline constexpr char must_be_integer[] = "must be integer";
+inline constexpr char must_be_matrix[] = "must be matrix";
+inline constexpr char must_be_scalar[] = "must be scalar";
+inline constexpr char must_be_vector[] = "must be vector";
+inline constexpr char must_be_real[] = "must be real";
+inline constexpr char must_be_real_matrix[] = "must be real matrix";
+inline constexpr char must_be_real_vector[] = "must be real vector";
+inline constexpr char must_be_positive_integer[] = "must be positive integer";
+inline constexpr char must_be_string[] = "must be string";
+inline constexpr char must_be_dimless[] = "must be dimless";
+inline constexpr char must_be_linear_algebra_matrix[] = "must be a linear algebra matrix";
+inline constexpr char must_be_self_multiplicable[] = "must be self multiplicable";
+inline constexpr char must_be_string_scalar_or_array[] = "must be string scalar or array";
+inline constexpr char argument_dimension_mismatch[] = "argument dimension mismatch";
+inline constexpr char matrix_unit_mismatch[] = "matrix unit mismatch";
+inline constexpr char divide_by_zero[] = "divide by zero";
+inline constexpr char singularity[] = "singularity";
+inline constexpr char not_converging[] = "not converging";
+inline constexpr char index_out_of_bounds[] = "index out of bounds";
+inline constexpr char may_not_be_nested[] = "may not be nested";
+
+// raised by the host
+inline constexpr char unit_mismatch[] = "unit mismatch";
+inline constexpr char unit_power_not_representable[] = "unit power not representable";
+inline constexpr char must_be_function_of_two_variables[] = "must be a function of 2 variables";
+inline constexpr char wrong_number_of_arguments[] = "wrong number of arguments";
+inline constexpr char nesting_too_deep[] = "nesting too deep";
+inline constexpr char undefined_name[] = "undefined name: ";     // the name follows
+inline constexpr char not_a_function[] = "not a function: ";     // the name follows
+inline constexpr char cannot_read_file[] = "cannot read file: "; // the name follows
+
+} // namespace msg
