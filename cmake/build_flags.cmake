@@ -2,6 +2,7 @@
 # No fused multiply-add and no reassociation: kernels give the same bits at every processor level.
 add_library(build_flags INTERFACE)
 target_compile_features(build_flags INTERFACE cxx_std_20)
+target_include_directories(build_flags INTERFACE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(build_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off -fno-math-errno)
 
