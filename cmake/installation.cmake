@@ -30,5 +30,6 @@ install(EXPORT bailuxsko NAMESPACE bailuxsko:: FILE bailuxskoConfig.cmake DESTIN
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/bailuxskoConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${CMAKE_BINARY_DIR}/bailuxskoConfigVersion.cmake DESTINATION ${package_dir})
 
+file(RELATIVE_PATH pc_to_prefix ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(${PROJECT_SOURCE_DIR}/cmake/bailuxsko.pc.in ${CMAKE_BINARY_DIR}/bailuxsko.pc @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/bailuxsko.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

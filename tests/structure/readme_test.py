@@ -1,0 +1,14 @@
+"""Folders of more than six files say in a README.md what stands in them.
+
+usage: readme_test.py ROOT
+"""
+import pathlib
+import sys
+
+root = pathlib.Path(sys.argv[1])
+folders = [path for top in ("bench", "cmake", "docs", "examples", "include", "src", "tests")
+           for path in (root / top, *(root / top).rglob("*/")) if path.is_dir() and path.name != "__pycache__"]
+bare = [str(folder.relative_to(root)) for folder in folders
+        if sum(file.is_file() for file in folder.iterdir()) > 6 and not (folder / "README.md").is_file()]
+if bare:
+    sys.exit("without a README.md: " + ", ".join(bare))
