@@ -25,26 +25,33 @@ public:
     /// The same without the zeros, for a result that is about to be written whole.
     void* allocate_uncleared(std::size_t bytes);
 
-    /// A small record, carved downwards from the cursor (see NewBuf).
+    /// A small record of whatever content, carved downwards from the cursor; calls NewBuf where there is no room.
+    /// @throws "out of memory" (-1)
     void* carve(std::size_t bytes);
 
     /// Supplies a fresh block and leaves the cursor at a free slot of `bytes` bytes in it.
+    /// @throws "out of memory" (-1)
     void NewBuf(std::size_t bytes);
 
-    /// Copies a value, record and arrays, into the arena; the copy's leading dimension is its row count.
-    /// The flags are those of the function interface: the first asks for the data, the second is always false.
+    /// Copies a value, record and arrays, into the arena; the copy's leading dimension is its row count, and it has
+    /// an imaginary array exactly when the source has one. An absent real array stays absent, unless there is no
+    /// element. The flags are those of the function interface: the first asks for the data (zeros otherwise), the
+    /// second, that the arrays be shared, is never set and not looked at.
+    /// @throws "out of memory" (-1)
     void cp(const Anyval* source, Anyval** destination, bool with_data, bool shared);
 
 private:
     struct Block;
 
-    void* take(std::size_t bytes, std::size_t& available);
     void count_request();
+    Block* add_block(std::size_t bytes);
+    std::byte* take(std::size_t bytes);
+    double* copy_array(const aMatrix& A, const double* source, bool with_data);
 
-    std::byte* m_cursor;              // records are carved downwards from here ...
-    std::byte* m_limit;               // ... and must not reach below this; arrays grow upwards from it
-    Block* m_blocks = nullptr;        // blocks beyond the first one, newest first
-    std::size_t m_requests_until_failure; // the test harness counts this down; never reached otherwise
+    std::byte* m_cursor;                  // records are carved downwards from here ...
+    std::byte* m_limit;                   // ... and must not reach below this; arrays grow upwards from it
+    Block* m_blocks = nullptr;            // blocks beyond the first one, newest first
+    std::size_t m_requests_until_failure; // counted down; see FailArenaAt
     alignas(16) std::byte m_first_block[first_block_bytes];
 };
 
