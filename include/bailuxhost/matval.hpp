@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bailuxhost/value.hpp"
+#include "efiutl/block_pool.hpp"
 #include "efiutl/records.hpp"
 
 #include <cstddef>
@@ -101,7 +102,7 @@ public:
     double imag(std::size_t i, std::size_t j) const noexcept { return m_iarr ? m_iarr[storage_index(i, j)] : 0.0; }
     /// The text or nested array at (i, j), or null for a number.
     const Handle* entry(std::size_t i, std::size_t j) const noexcept;
-    /// The unit of the number at (i, j); none for a text or nested array.
+    /// The unit of the number at (i, j); for a text or nested array it means nothing (ask `entry` first).
     const Dim& unit(std::size_t i, std::size_t j) const noexcept
     {
         return m_units.each ? (*m_units.each)[j * Rows() + i] : m_units.one;
@@ -130,10 +131,24 @@ public:
     /// This matrix of plain numbers with the units of a pattern: element (i, j) gets row i times column j.
     Handle ApplyLinearDimension(const class MatDim& pattern) const;
 
-    /// With other units (see DimVal::dv).
+    /// The same elements with other units; arrays are shared.
     Handle with_units(Units units) const;
 
+    /// Row and column of an entry's storage index.
+    struct Place {
+        std::size_t row;
+        std::size_t col;
+    };
+    Place place_of(std::size_t index) const noexcept
+    {
+        return {.row = (index - m_offset) % Anr(), .col = (index - m_offset) / Anr()};
+    }
+
 private:
+    struct Normalised {};
+    MatVal(Normalised, Parts parts);
+    Parts parts() const;
+
     const Units m_units;
     const std::shared_ptr<const EntryTable> m_entries;
 };
@@ -144,7 +159,8 @@ inline const MatVal* matrix_of(const Handle& value) noexcept
     return value && value->kind() == Kind::matrix ? static_cast<const MatVal*>(value.get()) : nullptr;
 }
 
-/// Builds a matrix element by element or block by block, in any order; elements that are never set are plain zeros.
+/// Builds a matrix element by element or block by block, in any order; every element has to be set (an element
+/// that was left out holds 0 with the unit of the first number).
 /// An imaginary array is made at the first imaginary part that is not zero, or when asked for.
 class BAILUXSKO_API MatBuilder {
 public:
@@ -165,7 +181,11 @@ public:
     Handle finish();
 
 private:
-    void set_unit(std::size_t i, std::size_t j, const Dim& unit);
+    void note_unit(const Dim& unit);
+    void note_block_unit(const MatVal& block, const Dim& unit);
+    void set_entry(std::size_t i, std::size_t j, const Handle& value);
+    void set_column_units(std::size_t place, const MatVal& block, std::size_t j);
+    static bool has_imaginary_part(const MatVal& block);
 
     std::uint32_t m_rows;
     std::uint32_t m_cols;
@@ -189,6 +209,8 @@ public:
     Handle reshape(std::uint32_t rows, std::uint32_t cols);
 
 private:
+    void push_parts(double re, double im);
+
     std::vector<double> m_real;
     std::vector<double> m_imaginary; ///< as long as m_real once an imaginary part was not zero, else empty
     std::vector<Dim> m_units;        ///< empty while all pushed numbers have m_first_unit

@@ -154,7 +154,4 @@ inline const DimVal* as_dimensioned(const Handle& value) noexcept
                ? static_cast<const DimVal*>(value.get())
                : nullptr;
 }
-/// @see bailuxhost/matval.hpp
-BAILUXSKO_API const MatVal* as_matrix(const Handle& value) noexcept;
-
 } // namespace Qud

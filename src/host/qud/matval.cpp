@@ -1,0 +1,282 @@
+#include "bailuxhost/matval.hpp"
+
+#include "bailuxhost/matdim.hpp"
+#include "host/qud/tiles.hpp"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <new>
+
+namespace Qud {
+
+std::size_t element_count(std::size_t rows, std::size_t cols)
+{
+    constexpr std::size_t largest = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(double);
+    if (cols != 0 && rows > largest / cols)
+        throw std::bad_alloc();
+    return rows * cols;
+}
+
+FreshNumbers fresh_numbers(std::size_t count)
+{
+    return std::allocate_shared_for_overwrite<double[]>(Efi::pool_allocator<double>{}, element_count(count, 1));
+}
+
+FreshNumbers zero_numbers(std::size_t count)
+{
+    FreshNumbers numbers = fresh_numbers(count);
+    std::memset(numbers.get(), 0, count * sizeof(double));
+    return numbers;
+}
+
+namespace {
+
+/// The one unit of all numbers of the parts, or null when two of them differ. Entries are passed over.
+const Dim* common_unit(const MatVal::Parts& parts)
+{
+    static constexpr Dim none;
+    const std::vector<Dim>& each = *parts.units.each;
+    const EntryTable* const entries = parts.entries.get();
+    std::size_t next_entry = 0;
+    const Dim* first = nullptr;
+    for (std::size_t j = 0; j < parts.cols; ++j) {
+        for (std::size_t i = 0; i < parts.rows; ++i) {
+            if (entries && next_entry < entries->size() &&
+                (*entries)[next_entry].index == parts.offset + j * parts.anr + i) {
+                ++next_entry;
+                continue;
+            }
+            const Dim& unit = each[j * parts.rows + i];
+            if (!first)
+                first = &unit;
+            else if (unit != *first)
+                return nullptr;
+        }
+    }
+    return first ? first : &none;
+}
+
+MatVal::Parts normalised(MatVal::Parts parts)
+{
+    if (parts.anr == 0)
+        parts.anr = parts.rows;
+    if (parts.entries && parts.entries->empty())
+        parts.entries.reset();
+    if (parts.entries && parts.entries->size() == std::size_t{parts.rows} * parts.cols)
+        parts.units = Dim::identity;
+    if (parts.units.each) {
+        if (const Dim* const unit = common_unit(parts))
+            parts.units = Units(*unit);
+    }
+    return parts;
+}
+
+Dim uniform_dimension(const MatVal::Parts& parts)
+{
+    if (!parts.entries)
+        return parts.units.each ? Dim::mixed_matrix_dim : parts.units.one;
+    const bool all = parts.entries->size() == std::size_t{parts.rows} * parts.cols;
+    return all ? Dim::string_dim : Dim::mixed_matrix_dim;
+}
+
+EntryTable::const_iterator first_entry_from(const EntryTable& entries, std::size_t index)
+{
+    return std::lower_bound(entries.begin(), entries.end(), index,
+                            [](const Entry& e, std::size_t wanted) { return e.index < wanted; });
+}
+
+void copy_columns(const double* source, std::size_t anr, double* destination, std::size_t rows, std::size_t cols)
+{
+    if (rows == 0 || cols == 0)
+        return;
+    if (anr == rows) {
+        std::memcpy(destination, source, rows * cols * sizeof(double));
+        return;
+    }
+    for (std::size_t j = 0; j < cols; ++j)
+        std::memcpy(destination + j * rows, source + j * anr, rows * sizeof(double));
+}
+
+} // namespace
+
+MatVal::MatVal(Parts parts) : MatVal(Normalised{}, normalised(std::move(parts))) {}
+
+MatVal::MatVal(Normalised, Parts parts)
+    : DimVal(Kind::matrix, uniform_dimension(parts)), Data{parts.anr,  mat_val::tag, parts.rows,
+                                                           parts.cols, nullptr,      nullptr},
+      m_rarr(std::move(parts.real)), m_iarr(std::move(parts.imaginary)), m_offset(parts.offset),
+      m_units(std::move(parts.units)), m_entries(std::move(parts.entries))
+{
+}
+
+Handle MatVal::make(std::uint32_t rows, std::uint32_t cols, SharedNumbers real, SharedNumbers imaginary,
+                    const Dim& unit)
+{
+    return make(Parts{.rows = rows,
+                      .cols = cols,
+                      .real = std::move(real),
+                      .imaginary = std::move(imaginary),
+                      .units = unit,
+                      .entries = nullptr});
+}
+
+Handle MatVal::empty()
+{
+    return make(0, 0, fresh_numbers(0));
+}
+
+MatVal::Parts MatVal::parts() const
+{
+    return {.rows = Rows(),
+            .cols = Cols(),
+            .anr = Anr(),
+            .offset = m_offset,
+            .real = m_rarr,
+            .imaginary = m_iarr,
+            .units = m_units,
+            .entries = m_entries};
+}
+
+const Handle* MatVal::entry(std::size_t i, std::size_t j) const noexcept
+{
+    if (!m_entries)
+        return nullptr;
+    const std::size_t index = storage_index(i, j);
+    const auto place = first_entry_from(*m_entries, index);
+    return place != m_entries->end() && place->index == index ? &place->value : nullptr;
+}
+
+Handle MatVal::element(std::size_t i, std::size_t j) const
+{
+    if (const Handle* const held = entry(i, j))
+        return *held;
+    return NumVal::make(real(i, j), imag(i, j), unit(i, j));
+}
+
+mat_val MatVal::view() const noexcept
+{
+    // Records have no const; workers read their arguments and never write to them.
+    mat_val record = Data;
+    record.m_rv = const_cast<double*>(m_rarr.get()) + m_offset;
+    record.m_iv = m_iarr ? const_cast<double*>(m_iarr.get()) + m_offset : nullptr;
+    return record;
+}
+
+Handle MatVal::SubMatrix(std::size_t first_row, std::size_t last_row, std::size_t first_col, std::size_t last_col) const
+{
+    Parts block = parts();
+    block.rows = static_cast<std::uint32_t>(last_row - first_row + 1);
+    block.cols = static_cast<std::uint32_t>(last_col - first_col + 1);
+    block.offset = storage_index(first_row, first_col);
+    if (m_units.each) {
+        auto units = std::make_shared<std::vector<Dim>>();
+        units->reserve(std::size_t{block.rows} * block.cols);
+        for (std::size_t j = first_col; j <= last_col; ++j)
+            for (std::size_t i = first_row; i <= last_row; ++i)
+                units->push_back(unit(i, j));
+        block.units = Units(std::move(units));
+    }
+    if (m_entries) {
+        auto entries = std::make_shared<EntryTable>();
+        const std::size_t last = storage_index(last_row, last_col);
+        for (auto e = first_entry_from(*m_entries, block.offset); e != m_entries->end() && e->index <= last; ++e) {
+            const std::size_t row = place_of(e->index).row;
+            if (first_row <= row && row <= last_row)
+                entries->push_back(*e);
+        }
+        block.entries = std::move(entries);
+    }
+    return make(std::move(block));
+}
+
+Handle MatVal::Transpose() const
+{
+    Parts flipped = parts();
+    std::swap(flipped.rows, flipped.cols);
+    if (Cols() == 1 || (Rows() == 1 && Anr() == 1)) {
+        // The elements of a column stand in the order of a row: the same arrays, seen with columns of one element.
+        flipped.anr = Cols() == 1 ? 1 : Cols();
+        return make(std::move(flipped));
+    }
+    flipped.anr = Cols();
+    flipped.offset = 0;
+    const auto turned = [this](const SharedNumbers& source) -> SharedNumbers {
+        if (!source)
+            return nullptr;
+        FreshNumbers result = fresh_numbers(count());
+        transpose_tiles(source.get() + m_offset, Anr(), result.get(), Rows(), Cols());
+        return result;
+    };
+    flipped.real = turned(m_rarr);
+    flipped.imaginary = turned(m_iarr);
+    if (m_units.each) {
+        auto units = std::make_shared<std::vector<Dim>>(count());
+        transpose_tiles(m_units.each->data(), Rows(), units->data(), Rows(), Cols());
+        flipped.units = Units(std::move(units));
+    }
+    if (m_entries) {
+        auto entries = std::make_shared<EntryTable>(*m_entries);
+        for (Entry& e : *entries) {
+            const Place place = place_of(e.index);
+            e.index = place.row * Cols() + place.col;
+        }
+        std::sort(entries->begin(), entries->end(), [](const Entry& a, const Entry& b) { return a.index < b.index; });
+        flipped.entries = std::move(entries);
+    }
+    return make(std::move(flipped));
+}
+
+Handle MatVal::copy() const
+{
+    Parts own = parts();
+    own.anr = Rows();
+    own.offset = 0;
+    const auto packed = [this](const SharedNumbers& source) -> SharedNumbers {
+        if (!source)
+            return nullptr;
+        FreshNumbers result = fresh_numbers(count());
+        copy_columns(source.get() + m_offset, Anr(), result.get(), Rows(), Cols());
+        return result;
+    };
+    own.real = packed(m_rarr);
+    own.imaginary = packed(m_iarr);
+    if (m_entries) {
+        auto entries = std::make_shared<EntryTable>(*m_entries);
+        for (Entry& e : *entries) {
+            const Place place = place_of(e.index);
+            e.index = place.col * Rows() + place.row;
+        }
+        own.entries = std::move(entries);
+    }
+    return make(std::move(own));
+}
+
+Handle MatVal::StripDimension() const
+{
+    return with_units(Dim::identity);
+}
+
+Handle MatVal::with_units(Units units) const
+{
+    Parts other = parts();
+    other.units = std::move(units);
+    return make(std::move(other));
+}
+
+void MatVal::PackReal(double* destination) const
+{
+    copy_columns(m_rarr.get() + m_offset, Anr(), destination, Rows(), Cols());
+}
+
+Handle MatVal::ApplyLinearDimension(const MatDim& pattern) const
+{
+    auto units = std::make_shared<std::vector<Dim>>();
+    units->reserve(count());
+    for (std::size_t j = 0; j < Cols(); ++j)
+        for (std::size_t i = 0; i < Rows(); ++i)
+            units->push_back(pattern.at(i, j));
+    return with_units(Units(std::move(units)));
+}
+
+} // namespace Qud
