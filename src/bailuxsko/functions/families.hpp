@@ -1,0 +1,12 @@
+#pragma once
+
+#include "bailuxhost/function_row.hpp"
+
+#include <span>
+
+/// The rows of the function table, a family a file. A new function is one entry operation and one row in its family.
+namespace Efi::families {
+
+std::span<const Evl::FunctionRow> shape();
+
+} // namespace Efi::families
