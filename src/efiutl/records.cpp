@@ -3,6 +3,7 @@
 #include "efiutl/context.hpp"
 
 #include <bit>
+#include <cstring>
 #include <new>
 
 namespace {
@@ -24,8 +25,9 @@ namespace Efi {
 bool is_matrix(const Anyval* value) noexcept
 {
     constexpr std::uint32_t tag_bits = 0x7FFC0000U; // those of the upper half that tell the tag from other NaNs
-    const auto upper_half = static_cast<std::uint32_t>(std::bit_cast<std::uint64_t>(value->m_number.m_re) >> 32);
-    return (upper_half & tag_bits) == aMatrix::tag;
+    std::uint64_t head;                             // copied, as it may be a double or two integers
+    std::memcpy(&head, value, sizeof head);
+    return (static_cast<std::uint32_t>(head >> 32) & tag_bits) == aMatrix::tag;
 }
 
 double ptr_nan() noexcept
