@@ -8,5 +8,6 @@
 namespace Efi::families {
 
 std::span<const Evl::FunctionRow> shape();
+std::span<const Evl::FunctionRow> lu();
 
 } // namespace Efi::families

@@ -12,7 +12,7 @@ namespace {
 std::vector<Evl::FunctionRow> all_families()
 {
     std::vector<Evl::FunctionRow> rows;
-    for (const std::span<const Evl::FunctionRow> family : {families::shape()})
+    for (const std::span<const Evl::FunctionRow> family : {families::shape(), families::lu()})
         rows.insert(rows.end(), family.begin(), family.end());
     std::sort(rows.begin(), rows.end(),
               [](const Evl::FunctionRow& a, const Evl::FunctionRow& b) { return a.name < b.name; });
