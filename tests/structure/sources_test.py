@@ -11,7 +11,7 @@ FOLDERS = ("include", "src", "tests", "bench")
 FORBIDDEN = {
     "a macro": re.compile(r"^\s*#\s*define\s+(?!BAILUXSKO_API\b)\w+", re.MULTILINE),
     "using namespace": re.compile(r"\busing\s+namespace\b"),
-    "naked new": re.compile(r"(?<!operator )\bnew\b(?!\s*\()"),  # placement new has its parenthesis
+    "naked new": re.compile(r"(?<!operator )(?<!<)\bnew\b(?!\s*\()"),  # placement new has its parenthesis
     "naked delete": re.compile(r"(?<!operator )(?<!= )\bdelete\b"),
 }
 COMMENT_OR_TEXT = re.compile(
@@ -56,7 +56,7 @@ class Sources(unittest.TestCase):
         self.assertEqual(offences("int* p = new int;\n"), ["naked new"])
         self.assertEqual(offences("delete p;\n"), ["naked delete"])
         self.assertEqual(offences('auto t = "using namespace"; // a new one\n'), [])
-        self.assertEqual(offences("#define BAILUXSKO_API\nT(const T&) = delete;\nnew (slot) T();\n"), [])
+        self.assertEqual(offences("#define BAILUXSKO_API\n#include <new>\nT(const T&) = delete;\nnew (slot) T();\n"), [])
 
 
 if __name__ == "__main__":
