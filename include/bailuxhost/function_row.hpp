@@ -40,6 +40,7 @@ struct FunctionRow {
     std::string_view unit{}; ///< the unit of the result: "unit(M) ^ 0.5"
     std::span<const Raise> raises{};
     std::string_view example{};
+    std::string_view family{}; ///< the chapter of the reference page; the table sets it for all rows of a family
     std::size_t least = 0;     ///< fewest arguments
     std::size_t most = 0;      ///< most arguments, or Qud::FunVal::any_count
     bool takes_origin = false; ///< the host hands the array origin over, users never write it

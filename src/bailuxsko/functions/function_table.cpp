@@ -9,11 +9,23 @@ namespace Efi {
 
 namespace {
 
+struct Family {
+    std::string_view title; ///< of its chapter in the reference page
+    std::span<const Evl::FunctionRow> rows;
+};
+
 std::vector<Evl::FunctionRow> all_families()
 {
+    const Family families[] = {
+        {"Shape and copies", families::shape()},
+        {"Factorisations", families::lu()},
+    };
     std::vector<Evl::FunctionRow> rows;
-    for (const std::span<const Evl::FunctionRow> family : {families::shape(), families::lu()})
-        rows.insert(rows.end(), family.begin(), family.end());
+    for (const Family& family : families)
+        for (Evl::FunctionRow row : family.rows) {
+            row.family = family.title;
+            rows.push_back(row);
+        }
     std::sort(rows.begin(), rows.end(),
               [](const Evl::FunctionRow& a, const Evl::FunctionRow& b) { return a.name < b.name; });
     return rows;
