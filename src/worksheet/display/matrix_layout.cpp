@@ -139,7 +139,7 @@ private:
             return number_cell(m_M.real(i, j) / size, m_M.imag(i, j) / size,
                                m_has_common_unit ? std::string() : number_unit_text(m_M.unit(i, j), m_shown));
         }
-        if (const Qud::MatVal* const nested = Qud::as_matrix(*entry)) {
+        if (const Qud::MatVal* const nested = Qud::matrix_of(*entry)) {
             cell.lines = nested_lines(*nested);
         } else if (const std::string* const text = (*entry)->get_IsString()) {
             cell.lines = {quoted(*text)};

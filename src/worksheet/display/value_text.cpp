@@ -50,7 +50,7 @@ std::string value_text(const Qud::Handle& value, const Room& room, const ShownUn
 {
     if (const Qud::NumVal* const number = Qud::as_number(value))
         return scalar_text(number->re(), number->im(), number->m_dim, shown);
-    if (const Qud::MatVal* const M = Qud::as_matrix(value))
+    if (const Qud::MatVal* const M = Qud::matrix_of(value))
         return joined(matrix_lines(*M, room, shown));
     if (const Qud::StrVal* const text = Qud::as_text(value))
         return whole_text(text->text());
