@@ -22,6 +22,8 @@ public:
     static const Dim identity;         ///< no unit
     static const Dim mixed_matrix_dim; ///< marker: the elements of a matrix have different units or kinds
     static const Dim string_dim;       ///< marker: every element of an array is a text or an array
+    // A marker equals itself only and is never a unit: Pwr, Mult and Div hand it on (the first operand's, when both are
+    // markers), so that it ends in DimVal::dv, which then leaves the units as they are.
 
     constexpr Dim() noexcept = default;
     /// One base dimension to the first power.
@@ -33,8 +35,8 @@ public:
     /// @throws "invalid argument" (-1)
     static Dim Parse(std::string_view text);
 
-    /// u to a real power, rounded to the nearest 60000th. Without a unit any exponent goes.
-    /// @throws "unit power not representable" (-1): more than 1e-6 of a 60000th's unit away, beyond 32 bits, not finite
+    /// u to a real power, each exponent rounded to the nearest 60000th. Without a unit any exponent goes.
+    /// @throws "unit power not representable" (-1): more than 1e-6 of a 60000th away, beyond 32 bits, not finite
     static Dim Pwr(const Dim& u, double exponent);
     /// The same for an exponent that may be complex: an imaginary part on a unit is not representable.
     static Dim Pwr(const Dim& u, double exponent_re, double exponent_im);

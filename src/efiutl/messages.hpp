@@ -41,6 +41,7 @@ inline constexpr char index_out_of_bounds[] = "index out of bounds";
 inline constexpr char may_not_be_nested[] = "may not be nested";
 
 // raised by the host
+inline constexpr char invalid_argument[] = "invalid argument";
 inline constexpr char unit_mismatch[] = "unit mismatch";
 inline constexpr char unit_power_not_representable[] = "unit power not representable";
 inline constexpr char must_be_function_of_two_variables[] = "must be a function of 2 variables";
