@@ -1,0 +1,112 @@
+#include "bailuxsko/lu.hpp"
+
+#include "bailuxhost/error.hpp"
+#include "bailuxhost/matval.hpp"
+#include "efiutl/arena_testing.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using Qud::Handle;
+
+/// n by n numbers without pattern, the same every time; complex when asked for.
+Handle scattered(std::uint32_t n, bool complex)
+{
+    std::uint64_t state = 88172645463325252U;
+    const auto next = [&state] {
+        state ^= state << 13;
+        state ^= state >> 7;
+        state ^= state << 17;
+        return static_cast<double>(state >> 11) / 9007199254740992.0 - 0.5;
+    };
+    const auto numbers = [&] {
+        Qud::FreshNumbers array = Qud::fresh_numbers(std::size_t{n} * n);
+        for (std::size_t k = 0; k < std::size_t{n} * n; ++k)
+            array[k] = next();
+        return array;
+    };
+    Qud::FreshNumbers real = numbers();
+    return Qud::MatVal::make(n, n, real, complex ? numbers() : nullptr);
+}
+
+std::string bits(const Handle& value)
+{
+    const Qud::MatVal& M = *Qud::matrix_of(value);
+    const std::size_t bytes = M.count() * sizeof(double);
+    std::string result(reinterpret_cast<const char*>(M.m_rarr.get()), bytes);
+    if (M.HasImag())
+        result.append(reinterpret_cast<const char*>(M.m_iarr.get()), bytes);
+    return result;
+}
+
+TEST(LuEntry, AnArenaThatFailsAtAnyRequestGivesOutOfMemoryAndLeavesNothing)
+{
+    for (const bool complex : {false, true}) {
+        for (const std::uint32_t n : {3U, 200U}) {
+            const Handle A = scattered(n, complex);
+            const std::string before = bits(A);
+            const std::string expected = bits(Efi::Matrix::lu(A));
+            std::size_t k = 1;
+            for (bool failed = true; failed; ++k) {
+                ASSERT_LT(k, 1000U);
+                const Efi::FailArenaAt fail(k);
+                try {
+                    EXPECT_EQ(bits(Efi::Matrix::lu(A)), expected);
+                    failed = false;
+                } catch (const Evl::Run::AppException& error) {
+                    EXPECT_EQ(error.message(), "out of memory");
+                    EXPECT_EQ(error.index(), -1);
+                }
+                EXPECT_EQ(Efi::live_arenas(), (Efi::LiveArenas{0, 0})) << "request " << k;
+            }
+            EXPECT_GT(k, 4U) << "a call makes several requests";
+            EXPECT_EQ(bits(A), before) << "the argument is not written to";
+        }
+    }
+}
+
+TEST(LuEntryThreads, EightThreadsOnOneValueGetTheSameBits)
+{
+    const Handle real = scattered(70, false);
+    const Handle complex = scattered(40, true);
+    const std::string expected_real = bits(Efi::Matrix::lu(real));
+    const std::string expected_complex = bits(Efi::Matrix::lu(complex));
+    std::vector<int> same(8, 0);
+    std::vector<std::thread> threads;
+    for (int& count : same) {
+        threads.emplace_back([&] {
+            for (int repeat = 0; repeat < 20; ++repeat)
+                count += (bits(Efi::Matrix::lu(real)) == expected_real) +
+                         (bits(Efi::Matrix::lu(complex)) == expected_complex);
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(same, std::vector<int>(8, 40));
+}
+
+TEST(LuEntry, ABlockOfALargerMatrixIsFactorisedInPlaceOfItsCopy)
+{
+    const Handle whole = scattered(9, false);
+    const Handle block = Qud::matrix_of(whole)->SubMatrix(2, 6, 3, 7);
+    EXPECT_EQ(bits(Efi::Matrix::lu(block)), bits(Efi::Matrix::lu(Qud::matrix_of(block)->copy())));
+}
+
+TEST(LuEntry, AnAbsentArgumentIsRefused)
+{
+    try {
+        Efi::Matrix::lu(Handle());
+        FAIL();
+    } catch (const Evl::Run::AppException& error) {
+        EXPECT_EQ(error.message(), "must be scalar matrix");
+        EXPECT_EQ(error.index(), 1);
+    }
+}
+
+} // namespace
