@@ -1,10 +1,13 @@
-#include "efiutl/records.hpp"
+// A host of ten lines: a matrix of its own goes in, the factors of it come out.
+#include "bailuxhost/matval.hpp"
+#include "bailuxsko/lu.hpp"
 
 #include <cstdio>
 
 int main()
 {
-    double elements[] = {1.0, 2.0, 3.0, 4.0};
-    const aMatrix A{.m_anr = 2, .m_tag = aMatrix::tag, .m_rows = 2, .m_cols = 2, .m_rv = elements, .m_iv = nullptr};
-    std::printf("%u by %u\n", A.m_rows, A.m_cols);
+    const Qud::FreshNumbers elements = Qud::zero_numbers(4);
+    elements[0] = elements[3] = 1.0;
+    const Qud::Handle PLU = Efi::Matrix::lu(Qud::MatVal::make(2, 2, elements));
+    std::printf("%u by %u\n", Qud::matrix_of(PLU)->Rows(), Qud::matrix_of(PLU)->Cols());
 }
