@@ -45,6 +45,7 @@ inline constexpr char invalid_argument[] = "invalid argument";
 inline constexpr char unit_mismatch[] = "unit mismatch";
 inline constexpr char unit_power_not_representable[] = "unit power not representable";
 inline constexpr char must_be_function_of_two_variables[] = "must be a function of 2 variables";
+inline constexpr char cannot_order_texts[] = "cannot order texts"; // the collation library is not installed
 inline constexpr char wrong_number_of_arguments[] = "wrong number of arguments";
 inline constexpr char nesting_too_deep[] = "nesting too deep";
 inline constexpr char undefined_name[] = "undefined name: ";     // the name follows

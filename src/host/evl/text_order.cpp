@@ -1,17 +1,67 @@
 #include "bailuxhost/text_order.hpp"
 
-#include <unicode/ucol.h>
+#include "bailuxhost/error.hpp"
+#include "efiutl/messages.hpp"
 
+#include <dlfcn.h>
 #include <limits>
 #include <memory>
 #include <new>
+#include <string>
+#include <unicode/ucol.h>
 
 namespace Evl {
 
 namespace {
 
+/// ICU's collation, loaded when the first two texts are ordered: linked in, it would add a third to the start of every
+/// program that never compares a text. Never unloaded.
+struct Icu {
+    decltype(&::ucol_open) open;
+    decltype(&::ucol_close) close;
+    decltype(&::ucol_setStrength) set_strength;
+    decltype(&::ucol_strcollUTF8) compare;
+};
+
+constexpr char icu_library[] = "libicui18n.so." U_ICU_VERSION_SHORT;
+
+[[noreturn]] void raise_no_icu()
+{
+    const char* const reason = dlerror();
+    Run::AppException::Raise(msg::cannot_order_texts, -1, reason ? reason : icu_library);
+}
+
+/// A function of ICU, whose exported names end with the version.
+template <class Function>
+void find(void* library, const char* name, Function*& function)
+{
+    const std::string versioned = std::string(name) + "_" + U_ICU_VERSION_SHORT;
+    function = reinterpret_cast<Function*>(dlsym(library, versioned.c_str()));
+    if (!function)
+        raise_no_icu();
+}
+
+Icu load_icu()
+{
+    void* const library = dlopen(icu_library, RTLD_NOW | RTLD_LOCAL);
+    if (!library)
+        raise_no_icu();
+    Icu icu{};
+    find(library, "ucol_open", icu.open);
+    find(library, "ucol_close", icu.close);
+    find(library, "ucol_setStrength", icu.set_strength);
+    find(library, "ucol_strcollUTF8", icu.compare);
+    return icu;
+}
+
+const Icu& icu()
+{
+    static const Icu functions = load_icu();
+    return functions;
+}
+
 struct Close {
-    void operator()(UCollator* collator) const noexcept { ucol_close(collator); }
+    void operator()(UCollator* collator) const noexcept { icu().close(collator); }
 };
 using Collator = std::unique_ptr<UCollator, Close>;
 
@@ -20,10 +70,10 @@ using Collator = std::unique_ptr<UCollator, Close>;
 Collator open_root()
 {
     UErrorCode status = U_ZERO_ERROR;
-    Collator collator(ucol_open("", &status));
+    Collator collator(icu().open("", &status));
     if (U_FAILURE(status))
         throw std::bad_alloc();
-    ucol_setStrength(collator.get(), UCOL_TERTIARY);
+    icu().set_strength(collator.get(), UCOL_TERTIARY);
     return collator;
 }
 
@@ -38,13 +88,11 @@ std::int32_t length_of(std::string_view text)
 
 int text_order(std::string_view a, std::string_view b)
 {
-    // Equal texts need no collator: opening one costs more than a whole small worksheet.
     if (a == b)
         return 0;
     thread_local const Collator root = open_root();
     UErrorCode status = U_ZERO_ERROR;
-    const UCollationResult order =
-        ucol_strcollUTF8(root.get(), a.data(), length_of(a), b.data(), length_of(b), &status);
+    const UCollationResult order = icu().compare(root.get(), a.data(), length_of(a), b.data(), length_of(b), &status);
     if (U_FAILURE(status))
         throw std::bad_alloc();
     return order;
