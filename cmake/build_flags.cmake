@@ -9,6 +9,8 @@ target_compile_options(build_flags INTERFACE
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(build_flags INTERFACE -Wno-restrict)
 endif()
+# A shared library names all that it needs.
+target_link_options(build_flags INTERFACE $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:-Wl,-z,defs>)
 
 option(BAILUXSKO_WERROR "Treat warnings as errors" OFF)
 if(BAILUXSKO_WERROR)
