@@ -147,15 +147,15 @@ aComplex plain_multiplied(const aComplex& x, double n)
     const auto multiply = [](const aComplex& a, const aComplex& b) {
         return aComplex{.m_re = a.m_re * b.m_re - a.m_im * b.m_im, .m_im = a.m_re * b.m_im + a.m_im * b.m_re};
     };
+    unsigned left = static_cast<unsigned>(std::fabs(n));
     aComplex square = x;
-    aComplex power{.m_re = 1.0, .m_im = 0.0};
-    for (unsigned left = static_cast<unsigned>(std::fabs(n));;) {
+    for (; left % 2 == 0; left /= 2)
+        square = multiply(square, square);
+    aComplex power = square; // not 1 times it: 0 times an infinite part would be no number
+    for (left /= 2; left != 0; left /= 2) {
+        square = multiply(square, square);
         if (left % 2 == 1)
             power = multiply(power, square);
-        left /= 2;
-        if (left == 0)
-            break;
-        square = multiply(square, square);
     }
     if (n < 0.0)
         Efi::cpxd(1.0, 0.0, power.m_re, power.m_im, power.m_re, power.m_im);
