@@ -9,5 +9,6 @@ namespace Efi::families {
 
 std::span<const Evl::FunctionRow> shape();
 std::span<const Evl::FunctionRow> lu();
+std::span<const Evl::FunctionRow> linear_systems();
 
 } // namespace Efi::families

@@ -19,6 +19,7 @@ std::vector<Evl::FunctionRow> all_families()
     const Family families[] = {
         {"Shape and copies", families::shape()},
         {"Factorisations", families::lu()},
+        {"Linear systems", families::linear_systems()},
     };
     std::vector<Evl::FunctionRow> rows;
     for (const Family& family : families)

@@ -1,0 +1,39 @@
+#include "bailuxsko/lapack/driver.hpp"
+
+#include "bailuxhost/error.hpp"
+#include "bailuxsko/lapack/routines.hpp"
+#include "efiutl/messages.hpp"
+#include "efiutl/thread_count.hpp"
+
+#include <algorithm>
+#include <limits>
+
+namespace lapack {
+
+namespace {
+
+constexpr std::uint32_t largest_int = std::numeric_limits<int>::max();
+
+} // namespace
+
+DriverScope::DriverScope()
+{
+    routines().free_buffers();
+    const std::uint32_t threads = Efi::MKL_NUM_THREADS.load(std::memory_order_relaxed);
+    routines().set_num_threads(static_cast<int>(std::min(threads, largest_int)));
+}
+
+int dimension(std::uint64_t n)
+{
+    if (n > largest_int)
+        Evl::Run::AppException::Raise(msg::matrix_too_big, 1);
+    return static_cast<int>(n);
+}
+
+void refuse_empty(const Qud::MatVal& M)
+{
+    if (M.is_empty())
+        Evl::Run::AppException::Raise(msg::invalid_dimension, -1);
+}
+
+} // namespace lapack

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "bailuxsko/lapack/fortran.hpp"
+#include "bailuxsko/lapack/provider.hpp"
+#include "efiutl/api.hpp"
+
+namespace lapack {
+
+/// The provider as the drivers see it: every service and LAPACK routine is called through this table, so that a test
+/// can put its own in a routine's place, watch the calls and answer with an info that no input brings about.
+struct Routines {
+    decltype(&MKL_Set_Num_Threads) set_num_threads = &MKL_Set_Num_Threads;
+    decltype(&MKL_Free_Buffers) free_buffers = &MKL_Free_Buffers;
+    decltype(&MKL_malloc) malloc = &MKL_malloc;
+    decltype(&MKL_free) free = &MKL_free;
+
+    decltype(&fortran::dgesv_) dgesv = &fortran::dgesv_;
+    decltype(&fortran::zgesv_) zgesv = &fortran::zgesv_;
+    decltype(&fortran::dgelsy_) dgelsy = &fortran::dgelsy_;
+    decltype(&fortran::zgelsy_) zgelsy = &fortran::zgelsy_;
+    decltype(&fortran::dgetrf_) dgetrf = &fortran::dgetrf_;
+    decltype(&fortran::zgetrf_) zgetrf = &fortran::zgetrf_;
+    decltype(&fortran::dgetri_) dgetri = &fortran::dgetri_;
+    decltype(&fortran::zgetri_) zgetri = &fortran::zgetri_;
+    decltype(&fortran::dsytrf_) dsytrf = &fortran::dsytrf_;
+    decltype(&fortran::dsytri_) dsytri = &fortran::dsytri_;
+};
+
+/// The table. Only tests write to it, while no other thread is inside a driver.
+BAILUXSKO_API Routines& routines() noexcept;
+
+} // namespace lapack
