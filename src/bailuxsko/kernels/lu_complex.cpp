@@ -118,45 +118,39 @@ template <typename Matrix>
     }
 }
 
-/// The multipliers of column k by Smith's method; answers the growth bound of the step, the largest of their moduli,
-/// at least 1. The pivot is looked at only when there is something to divide.
-template <typename Matrix>
-[[gnu::always_inline]] inline double form_multipliers(const Matrix& A, std::size_t k)
-{
-    if (k + 1 == A.m_n)
-        return 1.0;
-    const double c = A.re(k, k);
-    const double d = A.im(k, k);
-    if (std::fabs(c) >= std::fabs(d)) {
-        const double r = d / c;
-        const double den = c + r * d;
-        for (std::size_t i = k + 1; i < A.m_n; ++i) {
-            const double x = A.re(i, k);
-            const double y = A.im(i, k);
-            A.store(i, k, (x + r * y) / den, (y - r * x) / den);
-        }
-    } else {
-        const double r = c / d;
-        const double den = r * c + d;
-        for (std::size_t i = k + 1; i < A.m_n; ++i) {
-            const double x = A.re(i, k);
-            const double y = A.im(i, k);
-            A.store(i, k, (r * x + y) / den, (r * y - x) / den);
-        }
+/// Division by the pivot c + i d, by Smith's method.
+struct SmithDivisor {
+    bool m_by_real; // the real part is the larger one
+    double m_ratio;
+    double m_den;
+
+    SmithDivisor(double c, double d) : m_by_real(std::fabs(c) >= std::fabs(d))
+    {
+        m_ratio = m_by_real ? d / c : c / d;
+        m_den = m_by_real ? c + m_ratio * d : m_ratio * c + d;
     }
-    return largest(A.m_n - k - 1, 1.0, [&](std::size_t i) { return modulus(A, k + 1 + i, k); });
+    aComplex quotient(double x, double y) const
+    {
+        if (m_by_real)
+            return {.m_re = (x + m_ratio * y) / m_den, .m_im = (y - m_ratio * x) / m_den};
+        return {.m_re = (m_ratio * x + y) / m_den, .m_im = (m_ratio * y - x) / m_den};
+    }
+};
+
+/// The multipliers of column k.
+[[gnu::always_inline]] inline void form_multipliers(const BothParts& A, std::size_t k)
+{
+    double* const re = A.m_re + k * A.m_ld;
+    double* const im = A.m_im + k * A.m_ld;
+    const SmithDivisor pivot(re[k], im[k]);
+    for (std::size_t i = k + 1; i < A.m_n; ++i) {
+        const aComplex m = pivot.quotient(re[i], im[i]);
+        re[i] = m.m_re;
+        im[i] = m.m_im;
+    }
 }
 
 /// What step k leaves of column j.
-[[gnu::always_inline]] inline void subtract_multiple(const RealSoFar& A, std::size_t k, std::size_t j)
-{
-    for (std::size_t i = k + 1; i < A.m_n; ++i) {
-        const double re = A.re(i, k) * A.re(k, j) - A.im(i, k) * A.im(k, j);
-        const double im = A.re(i, k) * A.im(k, j) + A.im(i, k) * A.re(k, j);
-        A.store(i, j, A.re(i, j) - re, A.im(i, j) - im);
-    }
-}
-
 [[gnu::always_inline]] inline void subtract_multiple(const BothParts& A, std::size_t k, std::size_t j)
 {
     const double* const l_re = A.m_re + k * A.m_ld;
@@ -168,6 +162,28 @@ template <typename Matrix>
     for (std::size_t i = k + 1; i < A.m_n; ++i) {
         c_re[i] -= l_re[i] * u_re - l_im[i] * u_im;
         c_im[i] -= l_re[i] * u_im + l_im[i] * u_re;
+    }
+}
+
+[[gnu::always_inline]] inline void eliminate_below(const BothParts& A, std::size_t k)
+{
+    form_multipliers(A, k);
+    for (std::size_t j = k + 1; j < A.m_n; ++j)
+        subtract_multiple(A, k, j);
+}
+
+/// Row by row, as in the textbook: the order decides which zeros are dropped before the array is there.
+void eliminate_below(const RealSoFar& A, std::size_t k)
+{
+    const SmithDivisor pivot(A.re(k, k), A.im(k, k));
+    for (std::size_t i = k + 1; i < A.m_n; ++i) {
+        const aComplex m = pivot.quotient(A.re(i, k), A.im(i, k));
+        A.store(i, k, m.m_re, m.m_im);
+        for (std::size_t j = k + 1; j < A.m_n; ++j) {
+            const double re = A.re(i, k) * A.re(k, j) - A.im(i, k) * A.im(k, j);
+            const double im = A.re(i, k) * A.im(k, j) + A.im(i, k) * A.re(k, j);
+            A.store(i, j, A.re(i, j) - re, A.im(i, j) - im);
+        }
     }
 }
 
@@ -188,9 +204,9 @@ template <typename Matrix>
             pivots1[k] = static_cast<double>(p + 1);
         if (A.re(k, k) == 0.0 && A.im(k, k) == 0.0)
             return false;
-        scale[k] = form_multipliers(A, k);
-        for (std::size_t j = k + 1; j < A.m_n; ++j)
-            subtract_multiple(A, k, j);
+        if (k + 1 < A.m_n) // else there is nothing to divide, and the pivot is not looked at
+            eliminate_below(A, k);
+        scale[k] = largest(A.m_n - k - 1, 1.0, [&](std::size_t i) { return modulus(A, k + 1 + i, k); });
     }
     return true;
 }

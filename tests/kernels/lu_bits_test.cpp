@@ -1,0 +1,170 @@
+// The factorisations give the bits, the pivots, the refusals and the floating-point flags of the plain loops, at every
+// instruction level.
+#include "bailuxsko/kernels/levels.hpp"
+#include "bailuxsko/kernels/lu.hpp"
+
+#include "tests/kernels/plain/lu.hpp"
+#include "tests/support/matrix.hpp"
+#include "tests/support/raises.hpp"
+
+#include <bit>
+#include <cfenv>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using support::Matrix;
+
+constexpr double inf = std::numeric_limits<double>::infinity();
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+using Random = std::mt19937_64;
+
+double uniform(Random& random)
+{
+    return std::uniform_real_distribution<double>(-1.0, 1.0)(random);
+}
+
+double small_integer(Random& random)
+{
+    return std::uniform_int_distribution<int>(-2, 2)(random);
+}
+
+/// Kinds of elements; each draws one.
+struct Kind {
+    const char* name;
+    double (*element)(Random&);
+};
+const Kind kinds[] = {
+    {.name = "uniform", .element = uniform},
+    {.name = "small integers, with ties and exact zeros", .element = small_integer},
+    {.name = "signed zeros",
+     .element = [](Random& random) { return random() % 3 == 0   ? uniform(random)
+                                            : random() % 2 == 0 ? 0.0
+                                                                : -0.0; }},
+    {.name = "far apart, with overflow",
+     .element = [](Random& random) { return std::ldexp(uniform(random), static_cast<int>(random() % 2040) - 1020); }},
+    {.name = "tiny, with underflow",
+     .element = [](Random& random) { return std::ldexp(uniform(random), -1000 - static_cast<int>(random() % 74)); }},
+    {.name = "an infinity here and there",
+     .element = [](Random& random) { return random() % 37 == 0 ? inf : small_integer(random); }},
+    {.name = "a NaN here and there",
+     .element = [](Random& random) { return random() % 61 == 0 ? nan : uniform(random); }},
+};
+
+Matrix draw(const Kind& kind, std::uint32_t n, std::uint32_t ld, bool with_imaginary, Random& random)
+{
+    Matrix A(n, n, ld);
+    if (with_imaginary)
+        A.make_complex();
+    for (std::uint32_t j = 0; j < n; ++j)
+        for (std::uint32_t i = 0; i < n; ++i) {
+            A.re(i, j) = kind.element(random);
+            if (with_imaginary)
+                A.im(i, j) = kind.element(random);
+        }
+    return A;
+}
+
+/// All that a factorisation shows. Which of two NaNs an operation hands on is up to the compiler's order of operands,
+/// so all NaNs count as one.
+struct Outcome {
+    support::Raised raised;
+    std::vector<std::uint64_t> re, im, pivots;
+    double sign = 0.0;
+    int flags = 0;
+
+    bool operator==(const Outcome&) const = default;
+};
+
+std::vector<std::uint64_t> bits(const double* values, std::size_t count)
+{
+    std::vector<std::uint64_t> all;
+    for (std::size_t i = 0; i < count; ++i)
+        all.push_back(std::bit_cast<std::uint64_t>(std::isnan(values[i]) ? nan : values[i]));
+    return all;
+}
+
+using Factorisation = void (*)(EfiCallContext*, aMatrix*, double*, double*, bool);
+
+Outcome outcome(Factorisation factorise, Matrix A, bool strict)
+{
+    constexpr int faults = FE_OVERFLOW | FE_DIVBYZERO | FE_INVALID;
+    EfiCallContext ctx;
+    aMatrix record = A.record();
+    std::vector<double> pivots(A.rows(), -7.0);
+    Outcome result;
+    std::feclearexcept(FE_ALL_EXCEPT);
+    result.raised = support::raised_by([&] { factorise(&ctx, &record, pivots.data(), &result.sign, strict); });
+    result.flags = std::fetestexcept(faults);
+    if (!result.raised.message.empty()) // what a refused matrix looks like afterwards is nobody's business
+        return {.raised = result.raised, .re = {}, .im = {}, .pivots = {}};
+    const std::size_t area = std::size_t{record.m_anr} * record.m_cols;
+    result.re = bits(record.m_rv, area);
+    if (record.m_iv != nullptr)
+        result.im = bits(record.m_iv, area);
+    result.pivots = bits(pivots.data(), pivots.size());
+    return result;
+}
+
+class LuBits : public testing::TestWithParam<native::Level> {
+protected:
+    void SetUp() override
+    {
+        if (GetParam() > native::highest_level())
+            GTEST_SKIP() << "this processor does not have the level";
+        native::kernel_level = GetParam();
+    }
+    void TearDown() override { native::kernel_level = native::highest_level(); }
+
+    /// Small matrices many times, large ones once for each kind; their sizes lie around the edges of vectors and
+    /// blocks.
+    static void expect_plain(Factorisation fast, Factorisation plain, bool with_imaginary, std::uint32_t largest)
+    {
+        Random random(20240607);
+        for (const Kind& kind : kinds) {
+            for (std::uint32_t n = 1; n <= 20; ++n)
+                for (const std::uint32_t gap : {0U, 3U})
+                    for (const bool strict : {false, true})
+                        expect_same(fast, plain, kind, draw(kind, n, n + gap, with_imaginary, random), strict);
+            for (const std::uint32_t n : {31U, 32U, 33U, 47U, 48U, 49U, 63U, 64U, 65U, 95U, 97U, 128U, 130U})
+                if (n <= largest)
+                    expect_same(fast, plain, kind, draw(kind, n, n + n % 2, with_imaginary, random), n % 3 == 0);
+        }
+    }
+
+private:
+    static void expect_same(Factorisation fast, Factorisation plain, const Kind& kind, const Matrix& A, bool strict)
+    {
+        const bool same = outcome(fast, A, strict) == outcome(plain, A, strict);
+        EXPECT_TRUE(same) << kind.name << ", n = " << A.rows() << ", strict " << strict;
+    }
+};
+
+TEST_P(LuBits, RealIsThePlainLoops)
+{
+    expect_plain(native::lu_decomp, plain::lu_decomp, false, 130);
+}
+
+TEST_P(LuBits, ComplexIsThePlainLoops)
+{
+    expect_plain(native::clu_decomp, plain::clu_decomp, true, 97);
+}
+
+TEST_P(LuBits, ComplexWithoutAnImaginaryArrayIsThePlainLoops)
+{
+    expect_plain(native::clu_decomp, plain::clu_decomp, false, 33);
+}
+
+INSTANTIATE_TEST_SUITE_P(Levels, LuBits, testing::Values(native::Level::baseline, native::Level::avx2),
+                         [](const auto& level) {
+                             return std::string(level.param == native::Level::baseline ? "baseline" : "avx2");
+                         });
+
+} // namespace
