@@ -51,5 +51,6 @@ inline constexpr char nesting_too_deep[] = "nesting too deep";
 inline constexpr char undefined_name[] = "undefined name: ";     // the name follows
 inline constexpr char not_a_function[] = "not a function: ";     // the name follows
 inline constexpr char cannot_read_file[] = "cannot read file: "; // the name follows
+inline constexpr char cannot_write_file[] = "cannot write file: "; // the name follows
 
 } // namespace msg

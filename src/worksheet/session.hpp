@@ -27,6 +27,9 @@ struct SheetSettings {
 /// stands for. Answers what is wrong with name or value, an empty text when nothing is.
 std::string apply_setting(SheetSettings& settings, std::string_view name, std::string_view value);
 
+/// Whether there is a setting of that name.
+bool is_setting(std::string_view name);
+
 /// The unit behind `->`: how it was written and what it stands for.
 struct ShownUnit {
     std::string text;

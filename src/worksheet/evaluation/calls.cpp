@@ -1,0 +1,156 @@
+#include "bailuxhost/error.hpp"
+#include "bailuxhost/matval.hpp"
+#include "efiutl/messages.hpp"
+#include "worksheet/evaluation/evaluator.hpp"
+#include "worksheet/functions.hpp"
+
+#include <string>
+#include <utility>
+
+namespace worksheet {
+
+namespace {
+
+using Evl::Run::AppException;
+
+/// Calls of users' functions inside one another; a recursion that runs away ends here, on a small stack before.
+constexpr std::size_t max_call_depth = 4000;
+
+void check_count(bool fits, const char* function = "")
+{
+    if (!fits)
+        throw LocatedError(msg::wrong_number_of_arguments, -1, function);
+}
+
+bool takes(const Evl::FunctionRow& row, std::size_t count)
+{
+    return row.least <= count && count <= row.most;
+}
+
+} // namespace
+
+Evl::Settings Evaluator::host_settings() const noexcept
+{
+    return {.origin = m_settings.origin, .tol = m_settings.tol, .folder = m_settings.folder};
+}
+
+Qud::Handle Evaluator::evaluate_call(const Frame& frame, const Node& node)
+{
+    const NodeIndex callee_index = frame.tree.children_of(node)[0];
+    const Node& callee = frame.tree.nodes[callee_index];
+    Qud::Handle value;
+    if (callee.kind == NodeKind::name) {
+        const std::string& name = frame.tree.names[callee.content];
+        const auto definition = m_definitions.find(name);
+        if (definition == m_definitions.end()) {
+            const Evl::FunctionRow* const row = find_function(name);
+            if (row != nullptr)
+                return row->is_lazy ? evaluate_choice(frame, node, *row) : call_row(frame, node, *row);
+        }
+    }
+    value = evaluate(frame, callee_index);
+    const Qud::FunVal* const function = Qud::as_function(value);
+    if (function == nullptr) {
+        const std::string called =
+            callee.kind == NodeKind::name ? frame.tree.names[callee.content] : description(value);
+        raise_at(frame, node.start, msg::not_a_function + called);
+    }
+    return call_function(frame, node, *function);
+}
+
+/// Raises the error in flight at a call with these arguments.
+Qud::Handle Evaluator::call_row(const Frame& frame, const Node& node, const Evl::FunctionRow& row)
+{
+    const std::span<const NodeIndex> children = frame.tree.children_of(node).subspan(1);
+    if (!takes(row, children.size()))
+        raise_at(frame, node.start, msg::wrong_number_of_arguments, std::string(row.name));
+    Operands operands(children.size());
+    for (std::size_t k = 0; k < children.size(); ++k)
+        operands[k] = evaluate(frame, children[k]);
+    try {
+        return row.entry(host_settings(), operands.span());
+    } catch (...) {
+        rethrow_at({.frame = frame,
+                    .node = node,
+                    .offset = node.start,
+                    .function = row.name,
+                    .operand_nodes = children,
+                    .operands = operands.span()});
+    }
+}
+
+/// `if`: the branch that is not chosen is not evaluated.
+Qud::Handle Evaluator::evaluate_choice(const Frame& frame, const Node& node, const Evl::FunctionRow& row)
+{
+    const std::span<const NodeIndex> children = frame.tree.children_of(node).subspan(1);
+    if (!takes(row, children.size()))
+        raise_at(frame, node.start, msg::wrong_number_of_arguments, std::string(row.name));
+    bool chosen = false;
+    {
+        const Qud::Handle condition = evaluate(frame, children[0]);
+        const Qud::NumVal* const number = Qud::as_number(condition);
+        if (number == nullptr || !number->is_real() || number->m_dim != Qud::Dim::identity) {
+            try {
+                AppException::Raise(msg::must_be_real, 1);
+            } catch (...) {
+                rethrow_at({.frame = frame,
+                            .node = node,
+                            .offset = node.start,
+                            .function = row.name,
+                            .operand_nodes = children,
+                            .operands = {&condition, 1}});
+            }
+        }
+        chosen = number->re() != 0.0;
+    }
+    return evaluate(frame, children[chosen ? 1 : 2]);
+}
+
+Qud::Handle Evaluator::call_function(const Frame& frame, const Node& node, const Qud::FunVal& function)
+{
+    const std::span<const NodeIndex> children = frame.tree.children_of(node).subspan(1);
+    const bool is_row = is_worksheet_function(function);
+    if (!function.takes(children.size()))
+        raise_at(frame, node.start, msg::wrong_number_of_arguments, is_row ? function.name() : std::string());
+    Operands operands(children.size());
+    for (std::size_t k = 0; k < children.size(); ++k)
+        operands[k] = evaluate(frame, children[k]);
+    try {
+        return function.call(operands.span());
+    } catch (...) {
+        Site site{.frame = frame, .node = node, .offset = node.start};
+        if (is_row) {
+            site.function = function.name();
+            site.operand_nodes = children;
+            site.operands = operands.span();
+        }
+        rethrow_at(site);
+    }
+}
+
+Qud::Handle Evaluator::call_user_function(const UserFunction& function, std::span<const Qud::Handle> arguments)
+{
+    check_count(arguments.size() == function.parameter_count);
+    if (m_call_depth >= max_call_depth || m_stack.is_reached())
+        throw LocatedError(msg::nesting_too_deep, -1, "");
+    struct Depth {
+        std::size_t& count;
+        ~Depth() { --count; }
+    } depth{++m_call_depth};
+    return evaluate({.tree = function.body, .arguments = arguments, .is_body = true}, function.root);
+}
+
+Qud::Handle Evaluator::user_function_value(Statement& statement)
+{
+    auto function = std::make_shared<UserFunction>();
+    function->name = statement.name;
+    function->parameter_count = statement.parameters.size();
+    function->body = std::move(statement.tree);
+    function->root = statement.root;
+    const std::size_t count = function->parameter_count;
+    return std::make_shared<const Qud::FunVal>(
+        statement.name, count, count,
+        [this, function](std::span<const Qud::Handle> arguments) { return call_user_function(*function, arguments); });
+}
+
+} // namespace worksheet

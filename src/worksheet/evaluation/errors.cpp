@@ -1,0 +1,109 @@
+#include "bailuxhost/matval.hpp"
+#include "efiutl/messages.hpp"
+#include "worksheet/evaluation/evaluator.hpp"
+
+#include <fmt/format.h>
+
+#include <new>
+#include <stdexcept>
+
+namespace worksheet {
+
+namespace {
+
+std::string unit_words(const Qud::Dim* unit)
+{
+    if (unit == nullptr)
+        return ", of different units";
+    const std::string text = unit->text();
+    return text.empty() ? text : ", in " + text;
+}
+
+std::string number_words(const Qud::NumVal& number)
+{
+    const char* const kind = number.is_real() ? "a number" : "a complex number";
+    return number.get_IsInt() ? fmt::format("{:.15g}{}", number.re(), unit_words(&number.m_dim))
+                              : kind + unit_words(&number.m_dim);
+}
+
+std::string matrix_words(const Qud::MatVal& M)
+{
+    return fmt::format("{} by {}{}{}{}", M.Rows(), M.Cols(), M.HasImag() ? ", complex" : "",
+                       M.has_entries() ? ", with texts or nested arrays" : "", unit_words(M.number_unit()));
+}
+
+/// Whether the error's index names one of the site's operands.
+bool names_operand(const Site& site, int index)
+{
+    return index >= 1 && static_cast<std::size_t>(index) <= site.operands.size();
+}
+
+/// "argument 1 of lu is 2 by 3"; for an operator both sides.
+std::string found_words(const Site& site, const Evl::Run::AppException& error)
+{
+    if (!error.detail().empty())
+        return error.detail();
+    if (!site.function.empty()) {
+        if (!names_operand(site, error.index()))
+            return {};
+        const auto k = static_cast<std::size_t>(error.index());
+        return fmt::format("argument {} of {} is {}", k, site.function, description(site.operands[k - 1]));
+    }
+    if (site.node.kind == NodeKind::chain && site.operands.size() == 2)
+        return fmt::format("left is {}; right is {}", description(site.operands[0]), description(site.operands[1]));
+    if (!site.operands.empty())
+        return fmt::format("it is {}", description(site.operands[0]));
+    return {};
+}
+
+[[noreturn]] void raise_located(const Site& site, LocatedError error, const Evl::Run::AppException& cause)
+{
+    if (!site.frame.is_body) {
+        error.place(site.offset);
+        if (names_operand(site, cause.index()))
+            error.point_at(
+                site.frame.tree.nodes[site.operand_nodes[static_cast<std::size_t>(cause.index() - 1)]].start);
+    }
+    error.say_found(found_words(site, cause));
+    throw error;
+}
+
+} // namespace
+
+std::string description(const Qud::Handle& value)
+{
+    if (const Qud::NumVal* const number = Qud::as_number(value))
+        return number_words(*number);
+    if (const Qud::MatVal* const M = Qud::matrix_of(value))
+        return matrix_words(*M);
+    if (const Qud::FunVal* const function = Qud::as_function(value))
+        return fmt::format("the function {}", function->name());
+    return "a text";
+}
+
+void rethrow_at(const Site& site)
+{
+    try {
+        throw;
+    } catch (LocatedError& error) {
+        if (!site.frame.is_body && !error.is_placed())
+            error.place(site.offset);
+        throw;
+    } catch (const Evl::Run::AppException& error) {
+        raise_located(site, LocatedError(error.message(), error.index(), std::string(site.function)), error);
+    } catch (const std::bad_alloc&) {
+        raise_at(site.frame, site.offset, msg::out_of_memory, std::string(site.function));
+    } catch (const std::length_error&) { // a container that could never be so long
+        raise_at(site.frame, site.offset, msg::out_of_memory, std::string(site.function));
+    }
+}
+
+void raise_at(const Frame& frame, std::uint32_t offset, std::string message, std::string function)
+{
+    LocatedError error(std::move(message), -1, std::move(function));
+    if (!frame.is_body)
+        error.place(offset);
+    throw error;
+}
+
+} // namespace worksheet
