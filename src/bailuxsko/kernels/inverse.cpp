@@ -1,0 +1,138 @@
+// The inverse of a real matrix: L * U * X = P, every column of P a unit vector (Golub and Van Loan, Matrix
+// Computations, sections 3.1 and 3.5.4).
+// Ours: both substitutions subtract a solved component from all that are still to be solved, forward in ascending k,
+// backward in descending k. That order blocks without changing a bit: panels of rows are solved, and what they leave of
+// the other rows is a product in tiles. The forward substitution of a unit vector begins at its 1.
+#include "bailuxsko/kernels/inverse.hpp"
+
+#include "bailuxsko/kernels/levels.hpp"
+#include "bailuxsko/kernels/lu.hpp"
+#include "bailuxsko/kernels/lu_steps.hpp"
+#include "bailuxsko/kernels/product.hpp"
+#include "bailuxsko/kernels/tiles.hpp"
+#include "bailuxsko/kernels/unit_vectors.hpp"
+#include "efiutl/columns.hpp"
+#include "efiutl/messages.hpp"
+#include "efiutl/throw.hpp"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace native {
+namespace {
+
+/// L and U in one array, and the right-hand sides: right_hand_side[p] begins as the unit vector with its 1 in row p.
+struct Systems {
+    const double* LU;
+    std::size_t n;
+    double* const* right_hand_side;
+    double* strip; // room for 8 * panel_rows doubles
+
+    const double* factor(std::size_t k) const { return LU + k * n; }
+};
+
+/// The rows that are solved before what they leave of the others is taken off.
+constexpr std::size_t panel_rows = 64;
+
+/// Rows first to end - 1 of L * Y = P, in the columns whose 1 stands above `end`.
+[[gnu::always_inline]] inline void solve_lower_panel(const Systems& S, std::size_t first, std::size_t end)
+{
+    for (std::size_t p = 0; p < end; ++p) {
+        double* const __restrict y = S.right_hand_side[p];
+        for (std::size_t k = std::max(first, p); k < end; ++k) {
+            const double* const l = S.factor(k);
+            const double solved = y[k];
+            for (std::size_t i = k + 1; i < end; ++i)
+                y[i] -= l[i] * solved;
+        }
+    }
+}
+
+/// Rows first to end - 1 of U * X = Y, in all columns.
+[[gnu::always_inline]] inline void solve_upper_panel(const Systems& S, std::size_t first, std::size_t end)
+{
+    for (std::size_t p = 0; p < S.n; ++p) {
+        double* const __restrict x = S.right_hand_side[p];
+        for (std::size_t k = end; k-- > first;) {
+            const double* const u = S.factor(k);
+            const double solved = x[k] / u[k];
+            x[k] = solved;
+            for (std::size_t i = first; i < k; ++i)
+                x[i] -= u[i] * solved;
+        }
+    }
+}
+
+[[gnu::always_inline]] inline void solve(const Systems& S)
+{
+    using tiles::Update;
+    const auto column = [&](std::size_t p) { return S.right_hand_side[p]; };
+    for (std::size_t first = 0; first < S.n; first += panel_rows) {
+        const std::size_t end = std::min(first + panel_rows, S.n);
+        solve_lower_panel(S, first, end);
+        const auto panel = [&](std::size_t p) { return S.right_hand_side[p] + first; };
+        tiles::rows_of_product<Update::subtract>(S.factor(first), S.n, end, S.n, end, end - first, panel, column,
+                                                 S.strip);
+    }
+    for (std::size_t end = S.n; end > 0;) {
+        const std::size_t first = (end - 1) / panel_rows * panel_rows;
+        solve_upper_panel(S, first, end);
+        const auto panel = [&](std::size_t p) { return S.right_hand_side[p] + first; };
+        tiles::rows_of_product<Update::subtract_descending>(S.factor(first), S.n, 0, first, S.n, end - first, panel,
+                                                            column, S.strip);
+        end = first;
+    }
+}
+
+void solve_baseline(const Systems& S)
+{
+    solve(S);
+}
+
+#if defined(__x86_64__)
+[[gnu::target("avx2")]] void solve_avx2(const Systems& S)
+{
+    solve(S);
+}
+#else
+constexpr auto solve_avx2 = solve_baseline;
+#endif
+
+} // namespace
+
+void real_inverse(EfiCallContext* ctx, aMatrix* A, aMatrix** result, bool strict)
+{
+    if (A->m_rv == nullptr)
+        Efi::Throw(msg::unknown_error, -1);
+    require_square(A);
+    const std::size_t n = A->m_rows;
+    double* const X = Efi::doubles(ctx, n * n);
+    double* const pivots = Efi::uncleared_doubles(ctx, n);
+    *result = aMatrix::mk(ctx->m_arena, A->m_rows, A->m_rows, X, nullptr);
+
+    Anyval* copy = nullptr;
+    ctx->m_arena->cp(reinterpret_cast<const Anyval*>(A), &copy, true, false);
+    double sign;
+    lu_decomp(ctx, &copy->m_matrix, pivots, &sign, strict);
+
+    auto* const right_hand_side = static_cast<double**>(ctx->m_arena->allocate_uncleared(n * sizeof(double*)));
+    set_unit_vectors(n, pivots, 0.0, X, right_hand_side);
+    at_level(solve_baseline, solve_avx2)({.LU = copy->m_matrix.m_rv,
+                                          .n = n,
+                                          .right_hand_side = right_hand_side,
+                                          .strip = Efi::uncleared_doubles(ctx, tiles::tile_rows * panel_rows)});
+}
+
+aMatrix* inv2(EfiCallContext* ctx, aMatrix* A, bool strict)
+{
+    if (A->m_rows != A->m_cols)
+        Efi::Throw(msg::must_be_square, -1);
+    aMatrix* result = nullptr;
+    if (A->m_iv != nullptr)
+        complex_inverse(ctx, A, &result, strict);
+    else
+        real_inverse(ctx, A, &result, strict);
+    return result;
+}
+
+} // namespace native
