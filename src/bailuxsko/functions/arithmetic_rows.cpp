@@ -16,11 +16,16 @@ constexpr Evl::Raise mult_raises[] = {
 };
 
 constexpr Evl::Raise div_raises[] = {
-    {msg::must_be_scalar_or_matrix, 1},      {msg::must_be_scalar_or_matrix, 2},
-    {msg::divide_by_zero, 2},                {msg::array_size_mismatch, -1},
-    {msg::must_be_linear_algebra_matrix, 1}, {msg::must_be_linear_algebra_matrix, 2},
-    {msg::invalid_dimension, -1},            {msg::singular_matrix, -1},
-    {msg::singularity, -1},                  {msg::matrix_unit_mismatch, -1},
+    {msg::must_be_scalar_or_matrix, 1},
+    {msg::must_be_scalar_or_matrix, 2},
+    {msg::divide_by_zero, 2},
+    {msg::array_size_mismatch, -1},
+    {msg::must_be_linear_algebra_matrix, 1},
+    {msg::must_be_linear_algebra_matrix, 2},
+    {msg::invalid_dimension, -1},
+    {msg::singular_matrix, -1},
+    {msg::singularity, -1},
+    {msg::matrix_unit_mismatch, -1},
     {msg::floating_point_exception, 0},
 };
 
@@ -59,9 +64,10 @@ constexpr Evl::FunctionRow rows[] = {
                            .example = "div([6 m; 9 m], 3 s)"}),
     calling<&Matrix::pwr>({.name = "pwr",
                            .params = "x, y",
-                           .summary = "x ^ y: numbers, a square matrix to a whole power, a column element by element, a "
-                                      "number to the power of every element of a column; a function f to the power n "
-                                      "is the function with the value f(...) ^ n.",
+                           .summary =
+                               "x ^ y: numbers, a square matrix to a whole power, a column element by element, a "
+                               "number to the power of every element of a column; a function f to the power n "
+                               "is the function with the value f(...) ^ n.",
                            .unit = "unit(x) ^ y",
                            .raises = pwr_raises,
                            .example = "pwr([1, 1; 1, 0], 10)"}),

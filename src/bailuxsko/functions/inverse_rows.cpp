@@ -9,8 +9,8 @@ namespace {
 using Evl::calling;
 
 constexpr Evl::Raise inv_raises[] = {
-    {msg::must_be_scalar_matrix, 1}, {msg::must_be_square, 1},   {msg::must_be_linear_algebra_matrix, 1},
-    {msg::invalid_dimension, -1},    {msg::singular_matrix, -1}, {msg::singularity, -1},
+    {msg::must_be_scalar_matrix, 1},    {msg::must_be_square, 1},   {msg::must_be_linear_algebra_matrix, 1},
+    {msg::invalid_dimension, -1},       {msg::singular_matrix, -1}, {msg::singularity, -1},
     {msg::floating_point_exception, 0},
 };
 
