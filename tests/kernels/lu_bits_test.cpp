@@ -133,7 +133,8 @@ protected:
                 for (const std::uint32_t gap : {0U, 3U})
                     for (const bool strict : {false, true})
                         expect_same(fast, plain, kind, draw(kind, n, n + gap, with_imaginary, random), strict);
-            for (const std::uint32_t n : {31U, 32U, 33U, 47U, 48U, 49U, 63U, 64U, 65U, 95U, 97U, 128U, 130U})
+            for (const std::uint32_t n :
+                 {31U, 32U, 33U, 47U, 48U, 49U, 63U, 64U, 65U, 95U, 96U, 97U, 103U, 128U, 130U, 161U, 200U})
                 if (n <= largest)
                     expect_same(fast, plain, kind, draw(kind, n, n + n % 2, with_imaginary, random), n % 3 == 0);
         }
@@ -149,7 +150,7 @@ private:
 
 TEST_P(LuBits, RealIsThePlainLoops)
 {
-    expect_plain(native::lu_decomp, plain::lu_decomp, false, 130);
+    expect_plain(native::lu_decomp, plain::lu_decomp, false, 200);
 }
 
 TEST_P(LuBits, ComplexIsThePlainLoops)

@@ -397,6 +397,15 @@ TEST(LuDecomp, TheImaginaryArrayComesWithTheFirstPartThatIsNotZero)
     EXPECT_EQ(D.LU_imaginary[0], 0.0);
 }
 
+Matrix identity(std::uint32_t n)
+{
+    Matrix I(n, n);
+    for (std::uint32_t j = 0; j < n; ++j)
+        for (std::uint32_t i = 0; i < n; ++i)
+            I.re(i, j) = i == j ? 1.0 : 0.0;
+    return I;
+}
+
 TEST(LuDecomp, RunsOutOfMemoryCleanly)
 {
     for (const Factorisation factorise : {Factorisation{native::lu_decomp}, Factorisation{native::clu_decomp}})
@@ -407,6 +416,13 @@ TEST(LuDecomp, RunsOutOfMemoryCleanly)
             double sign;
             factorise(&ctx, &record, nullptr, &sign, false);
         });
+    support::fails_at_every_request<Efi::NativeError>([] {
+        Matrix A = identity(100); // large enough to be eliminated block by block
+        aMatrix record = A.record();
+        EfiCallContext ctx;
+        double sign;
+        native::lu_decomp(&ctx, &record, nullptr, &sign, false);
+    });
 }
 
 /// norm1(P * A - L * U) / (n * eps * norm1(A)), as LAPACK's own tests judge a factorisation.
