@@ -21,22 +21,25 @@ struct Elimination {
     double* column(std::size_t j) const { return m_a + j * m_ld; }
 };
 
-/// The row of the largest scaled magnitude in column k, from row k on. Row k is the first candidate whatever it holds;
-/// a later row replaces the best so far when it is as large: the last of equals wins.
+/// The row of the largest scaled magnitude in column k, from row k on: of equals the last, but row k stays where its
+/// own magnitude is not a number. In two passes, since a search that carries the row along cannot use vectors.
 [[gnu::always_inline]] inline std::size_t find_pivot(const Elimination& E, std::size_t k)
 {
     const double* const c = E.column(k);
-    double best = std::fabs(c[k]) * E.m_scale[k];
-    raise_flags_of(best); // in the last step there is nothing to compare it with
-    std::size_t p = k;
-    for (std::size_t i = k + 1; i < E.m_n; ++i) {
-        const double t = std::fabs(c[i]) * E.m_scale[i];
-        if (t >= best) {
-            best = t;
-            p = i;
-        }
+    const double* const scale = E.m_scale;
+    const double own = std::fabs(c[k]) * scale[k];
+    raise_flags_of(own); // in the last step there is nothing to compare it with
+    const std::size_t below = E.m_n - k - 1;
+    if (below == 0)
+        return k;
+    const auto magnitude = [=](std::size_t i) { return std::fabs(c[k + 1 + i]) * scale[k + 1 + i]; };
+    const double best = largest(below, -1.0, magnitude);
+    if (!(best >= own))
+        return k;
+    std::size_t i = below;
+    while (magnitude(--i) != best) {
     }
-    return p;
+    return k + 1 + i;
 }
 
 /// Exchanges rows k and p of the columns from `from` to before `to`, with all that belongs to an exchange.
