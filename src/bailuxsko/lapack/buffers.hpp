@@ -37,7 +37,7 @@ public:
     T* allocate(std::uint64_t count)
     {
         T* const buffer = allocate_uncleared(count);
-        std::memset(static_cast<void*>(buffer), 0, static_cast<std::size_t>(count) * sizeof(T));
+        std::memset(static_cast<void*>(buffer), 0, buffer_bytes(count, sizeof(T)));
         return buffer;
     }
 

@@ -59,9 +59,8 @@ int MKL_Get_Max_Threads() noexcept
 
 int most_provider_threads() noexcept
 {
-    // Room for a count that is larger than the machine, as one tries out to compare results.
-    constexpr std::uint32_t always_allowed = 16;
-    return static_cast<int>(std::max(always_allowed, 2 * utl::GetNumberOfProcessors()));
+    static const int processors = static_cast<int>(utl::GetNumberOfProcessors());
+    return processors;
 }
 
 void MKL_Set_Num_Threads(int count) noexcept

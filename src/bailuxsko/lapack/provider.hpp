@@ -11,9 +11,9 @@ namespace lapack {
 /// The thread count last set; at load the number of processors.
 BAILUXSKO_API int MKL_Get_Max_Threads() noexcept;
 
-/// Lets the provider work on `count` threads from the next call on; a count below 1 changes nothing. The provider is
-/// told at most `most_provider_threads()`: its threads are created at once and wait busily, so that an absurd count
-/// would take the machine away.
+/// Lets the provider work on `count` threads from the next call on; a count below 1 changes nothing. Any count is
+/// remembered, but the provider is told at most `most_provider_threads()`, the number of processors: OpenBLAS's threads
+/// wait busily for each other, and more of them than processors turn milliseconds into seconds.
 BAILUXSKO_API void MKL_Set_Num_Threads(int count) noexcept;
 BAILUXSKO_API int most_provider_threads() noexcept;
 
