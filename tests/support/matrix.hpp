@@ -88,4 +88,28 @@ private:
     std::vector<double> m_im;
 };
 
+/// The elements column by column, of a packed record or as one would hold them.
+inline std::vector<double> real(const aMatrix* A)
+{
+    return {A->m_rv, A->m_rv + std::size_t{A->m_rows} * A->m_cols};
+}
+
+inline std::vector<double> real(Matrix A)
+{
+    const aMatrix record = A.record();
+    return real(&record);
+}
+
+inline std::vector<double> imaginary(const aMatrix* A)
+{
+    return A->m_iv == nullptr ? std::vector<double>{}
+                              : std::vector<double>{A->m_iv, A->m_iv + std::size_t{A->m_rows} * A->m_cols};
+}
+
+inline std::vector<double> imaginary(Matrix A)
+{
+    const aMatrix record = A.record();
+    return imaginary(&record);
+}
+
 } // namespace support
