@@ -48,9 +48,9 @@ inline constexpr char must_be_function_of_two_variables[] = "must be a function 
 inline constexpr char cannot_order_texts[] = "cannot order texts"; // the collation library is not installed
 inline constexpr char wrong_number_of_arguments[] = "wrong number of arguments";
 inline constexpr char nesting_too_deep[] = "nesting too deep";
-inline constexpr char undefined_name[] = "undefined name: ";     // the name follows
-inline constexpr char not_a_function[] = "not a function: ";     // the name follows
-inline constexpr char cannot_read_file[] = "cannot read file: "; // the name follows
+inline constexpr char undefined_name[] = "undefined name: ";       // the name follows
+inline constexpr char not_a_function[] = "not a function: ";       // the name follows
+inline constexpr char cannot_read_file[] = "cannot read file: ";   // the name follows
 inline constexpr char cannot_write_file[] = "cannot write file: "; // the name follows
 
 } // namespace msg
