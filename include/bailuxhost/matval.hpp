@@ -114,6 +114,12 @@ public:
     /// The table of texts and nested arrays, in ascending storage index; null for none.
     const std::shared_ptr<const EntryTable>& entries() const noexcept { return m_entries; }
 
+    /// How deep arrays are nested in one another here at most, so that whoever enters them may recurse.
+    static constexpr std::size_t max_levels = 1000;
+    /// How many elements nested arrays may hold altogether, each counted as often as it is reached: the same array
+    /// nested twice, and that nested twice again, soon is more than anybody can walk through.
+    static constexpr std::size_t max_nested_count = std::size_t{1} << 30;
+
     /// The record that a worker gets: pointers to element (0, 0) of both arrays. Nothing is copied; the worker reads
     /// only.
     mat_val view() const noexcept;
@@ -149,6 +155,14 @@ private:
     MatVal(Normalised, Parts parts);
     Parts parts() const;
 
+    /// What is nested in a matrix: levels of arrays, itself included, and elements.
+    struct Extent {
+        std::size_t levels = 1;
+        std::size_t nested_count = 0;
+    };
+    static Extent extent_of(const Parts& parts);
+
+    const Extent m_extent;
     const Units m_units;
     const std::shared_ptr<const EntryTable> m_entries;
 };

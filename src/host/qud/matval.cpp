@@ -1,6 +1,8 @@
 #include "bailuxhost/matval.hpp"
 
+#include "bailuxhost/error.hpp"
 #include "bailuxhost/matdim.hpp"
+#include "efiutl/messages.hpp"
 #include "host/qud/tiles.hpp"
 
 #include <algorithm>
@@ -106,8 +108,27 @@ MatVal::MatVal(Normalised, Parts parts)
     : DimVal(Kind::matrix, uniform_dimension(parts)), Data{parts.anr,  mat_val::tag, parts.rows,
                                                            parts.cols, nullptr,      nullptr},
       m_rarr(std::move(parts.real)), m_iarr(std::move(parts.imaginary)), m_offset(parts.offset),
-      m_units(std::move(parts.units)), m_entries(std::move(parts.entries))
+      m_extent(extent_of(parts)), m_units(std::move(parts.units)), m_entries(std::move(parts.entries))
 {
+}
+
+MatVal::Extent MatVal::extent_of(const Parts& parts)
+{
+    Extent extent;
+    if (!parts.entries)
+        return extent;
+    for (const Entry& e : *parts.entries) {
+        const MatVal* const nested = matrix_of(e.value);
+        if (!nested)
+            continue;
+        extent.levels = std::max(extent.levels, nested->m_extent.levels + 1);
+        extent.nested_count += nested->count() + nested->m_extent.nested_count;
+        if (extent.levels > max_levels)
+            Evl::Run::AppException::Raise(msg::nesting_too_deep, -1);
+        if (extent.nested_count > max_nested_count)
+            throw std::bad_alloc();
+    }
+    return extent;
 }
 
 Handle MatVal::make(std::uint32_t rows, std::uint32_t cols, SharedNumbers real, SharedNumbers imaginary,
