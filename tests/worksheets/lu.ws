@@ -70,9 +70,9 @@ lu([1, 2; 2, 4])
 #! "singular matrix" -1
 lu([1i, 2i; 2i, 4i])
 #! "singular matrix" -1
-# A tiny pivot is not zero: nothing but the exact test refuses a matrix here.
+# A tiny pivot is not zero: nothing but the exact test refuses a matrix here. (The second row scales to less than 1.)
 lu([1, 1; 1, 1 + 2.220446049250313e-16])
-#= [0, 1, 1, 0, 1, 1 + 2.220446049250313e-16; 1, 0, 1, 1, 0, -2.220446049250313e-16]
+#= [1, 0, 1, 0, 1, 1; 0, 1, 1, 1, 0, 2.220446049250313e-16]
 
 # A wide matrix is refused at the argument, a tall one by the factorisation.
 lu([1, 2, 3; 4, 5, 6])
