@@ -21,7 +21,7 @@ constexpr Evl::Raise div_raises[] = {
     {msg::divide_by_zero, 2},
     {msg::array_size_mismatch, -1},
     {msg::must_be_linear_algebra_matrix, 1},
-    {msg::must_be_linear_algebra_matrix, 2},
+
     {msg::invalid_dimension, -1},
     {msg::singular_matrix, -1},
     {msg::singularity, -1},
