@@ -22,6 +22,16 @@ void check_count(bool fits, const char* function = "")
         throw LocatedError(msg::wrong_number_of_arguments, -1, function);
 }
 
+/// What stands before the parentheses of a call: its name, else what it came to.
+std::string called_text(const Frame& frame, const Node& callee, const Qud::Handle& value)
+{
+    if (callee.kind == NodeKind::name)
+        return frame.tree.names[callee.content];
+    if (callee.kind == NodeKind::parameter)
+        return frame.tree.parameters[callee.content];
+    return description(value);
+}
+
 bool takes(const Evl::FunctionRow& row, std::size_t count)
 {
     return row.least <= count && count <= row.most;
@@ -51,9 +61,7 @@ Qud::Handle Evaluator::evaluate_call(const Frame& frame, const Node& node)
     value = evaluate(frame, callee_index);
     const Qud::FunVal* const function = Qud::as_function(value);
     if (function == nullptr) {
-        const std::string called =
-            callee.kind == NodeKind::name ? frame.tree.names[callee.content] : description(value);
-        raise_at(frame, node.start, msg::not_a_function + called);
+        raise_at(frame, node.start, msg::not_a_function + called_text(frame, callee, value));
     }
     return call_function(frame, node, *function);
 }
@@ -130,7 +138,7 @@ Qud::Handle Evaluator::call_function(const Frame& frame, const Node& node, const
 
 Qud::Handle Evaluator::call_user_function(const UserFunction& function, std::span<const Qud::Handle> arguments)
 {
-    check_count(arguments.size() == function.parameter_count);
+    check_count(arguments.size() == function.body.parameters.size());
     if (m_call_depth >= max_call_depth || m_stack.is_reached())
         throw LocatedError(msg::nesting_too_deep, -1, "");
     struct Depth {
@@ -144,10 +152,9 @@ Qud::Handle Evaluator::user_function_value(Statement& statement)
 {
     auto function = std::make_shared<UserFunction>();
     function->name = statement.name;
-    function->parameter_count = statement.parameters.size();
     function->body = std::move(statement.tree);
     function->root = statement.root;
-    const std::size_t count = function->parameter_count;
+    const std::size_t count = function->body.parameters.size();
     return std::make_shared<const Qud::FunVal>(
         statement.name, count, count,
         [this, function](std::span<const Qud::Handle> arguments) { return call_user_function(*function, arguments); });

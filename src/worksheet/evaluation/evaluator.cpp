@@ -70,10 +70,7 @@ Qud::Handle Evaluator::evaluate_chain(const Frame& frame, const Node& node)
 
 Qud::Handle Evaluator::apply_row(std::string_view function, std::span<const Qud::Handle> operands)
 {
-    const Evl::FunctionRow* const row = find_function(function);
-    if (row == nullptr)
-        Evl::Run::AppException::Raise(std::string(msg::undefined_name) + std::string(function), -1);
-    return row->entry(host_settings(), operands);
+    return find_function(function)->entry(host_settings(), operands);
 }
 
 Qud::Handle Evaluator::apply(Operator op, std::span<const Qud::Handle> operands)

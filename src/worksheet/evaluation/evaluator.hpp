@@ -21,7 +21,6 @@ namespace worksheet {
 /// A function that the worksheet has defined.
 struct UserFunction {
     std::string name;
-    std::size_t parameter_count = 0;
     Tree body;
     NodeIndex root = 0;
 };

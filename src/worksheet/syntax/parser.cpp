@@ -226,7 +226,7 @@ bool Parser::is_function_header()
 
 void Parser::function_header()
 {
-    std::vector<std::string>& parameters = m_statement.parameters;
+    std::vector<std::string>& parameters = m_tree.parameters;
     advance();
     advance();
     while (!at(TokenKind::close_parenthesis)) {
@@ -391,7 +391,7 @@ NodeIndex Parser::literal()
 
 NodeIndex Parser::name()
 {
-    const std::vector<std::string>& parameters = m_statement.parameters;
+    const std::vector<std::string>& parameters = m_tree.parameters;
     const auto parameter = std::find(parameters.begin(), parameters.end(), m_token.text);
     NodeIndex node = 0;
     if (parameter != parameters.end()) {

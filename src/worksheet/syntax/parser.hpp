@@ -17,7 +17,6 @@ struct Statement {
     StatementKind kind = StatementKind::expression;
     std::string name; ///< of a definition or setting
     std::uint32_t name_offset = 0;
-    std::vector<std::string> parameters; ///< of a function
 
     Tree tree;
     NodeIndex root = 0;

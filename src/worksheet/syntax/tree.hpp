@@ -65,6 +65,7 @@ struct Tree {
     std::vector<NodeIndex> children;
     std::vector<double> numbers;
     std::vector<std::string> names;
+    std::vector<std::string> parameters; ///< of the function whose body this is
     std::vector<Qud::Handle> texts;
 
     std::span<const NodeIndex> children_of(const Node& node) const
