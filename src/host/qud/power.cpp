@@ -4,6 +4,7 @@
 #include "efiutl/complex_division.hpp"
 #include "efiutl/messages.hpp"
 
+#include <bit>
 #include <cmath>
 #include <complex>
 #include <limits>
@@ -25,7 +26,8 @@ bool is_whole(double x)
     return std::isfinite(x) && std::trunc(x) == x;
 }
 
-/// The unevaluated sum hi + lo times 2^exponent, hi between 0.5 and 1.
+/// The unevaluated sum hi + lo times 2^exponent, hi between 2^-200 and 1: no product of two leaves the range of
+/// doubles.
 struct Pair {
     double hi;
     double lo;
@@ -55,17 +57,19 @@ Pair product(const Pair& x, const Pair& y)
     double hi = p.hi + lo;
     double rest = lo - (hi - p.hi);
     std::int64_t exponent = x.exponent + y.exponent;
-    if (hi < 0.5) {
-        hi *= 2.0;
-        rest *= 2.0;
-        --exponent;
+    if (hi < 0x1p-200) {
+        hi *= 0x1p200;
+        rest *= 0x1p200;
+        exponent -= 200;
     }
     return {.hi = hi, .lo = rest, .exponent = exponent};
 }
 
 double scaled(double x, std::int64_t exponent)
 {
-    constexpr std::int64_t far = 4000; // beyond the range of doubles from any start
+    constexpr std::int64_t far = 4000;     // beyond the range of doubles from any start
+    if (-900 < exponent && exponent < 900) // then 2^exponent is a normal number, even after 1 / hi
+        return x * std::bit_cast<double>(static_cast<std::uint64_t>(exponent + 1023) << 52);
     return std::ldexp(x, static_cast<int>(exponent < -far ? -far : exponent > far ? far : exponent));
 }
 
