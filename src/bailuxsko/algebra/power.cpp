@@ -54,8 +54,7 @@ Qud::MatDim pattern_of_power(const Qud::MatVal& M, int n)
         AppException::Raise(msg::must_be_self_multiplicable, 1, pattern_detail(M));
     std::optional<Qud::MatDim> power = Qud::MatDim::Pwr(*units, n);
     if (!power)
-        AppException::Raise(msg::must_be_self_multiplicable, 1,
-                            inner_detail(units->cols(), "column", units->rows(), "row"));
+        AppException::Raise(msg::must_be_self_multiplicable, 1, sum_detail(*units, *units));
     return std::move(*power);
 }
 

@@ -24,13 +24,9 @@ Qud::MatDim pattern_of(const Qud::MatVal& M, int index)
     return std::move(*pattern);
 }
 
-/// Two columns pair their rows, other factors the columns of the first with the rows of the second.
 [[noreturn]] void refuse_units(const Qud::MatDim& a, const Qud::MatDim& b)
 {
-    const bool columns = a.cols().size() != b.rows().size();
-    AppException::Raise(msg::matrix_unit_mismatch, -1,
-                        columns ? inner_detail(a.rows(), "row", b.rows(), "row")
-                                : inner_detail(a.cols(), "column", b.rows(), "row"));
+    AppException::Raise(msg::matrix_unit_mismatch, -1, sum_detail(a, b));
 }
 
 } // namespace

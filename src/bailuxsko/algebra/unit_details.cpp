@@ -1,8 +1,6 @@
 #include "bailuxsko/algebra/unit_details.hpp"
 
-#include "bailuxhost/matdim.hpp"
-
-#include <algorithm>
+#include <cstddef>
 #include <optional>
 
 namespace Efi {
@@ -22,20 +20,21 @@ std::string pattern_detail(const Qud::MatVal& M)
     return found ? found->text() : std::string();
 }
 
-std::string inner_detail(std::span<const Qud::Dim> left, const char* left_name, std::span<const Qud::Dim> right,
-                         const char* right_name)
+std::string sum_detail(const Qud::MatDim& a, const Qud::MatDim& b)
 {
-    const std::size_t count = std::min(left.size(), right.size());
-    const auto pair = [&](std::size_t k) {
+    const bool columns = a.cols().size() != b.rows().size();
+    const std::size_t terms = b.rows().size();
+    if (terms == 0 || (columns && a.rows().size() != terms))
+        return {};
+    const auto unit_of = [&](std::size_t k) { return Qud::Dim::Mult(columns ? a.at(k, 0) : a.at(0, k), b.at(k, 0)); };
+    const auto elements = [&](std::size_t k) {
         const std::string number = std::to_string(k + 1);
-        return std::string(left_name) + ' ' + number + " times " + right_name + ' ' + number;
+        return "elements " + (columns ? '(' + number + ", 1)" : "(1, " + number + ')') + " and (" + number + ", 1)";
     };
-    for (std::size_t k = 1; k < count; ++k) {
-        const Qud::Dim first = Qud::Dim::Mult(left[0], right[0]);
-        const Qud::Dim unit = Qud::Dim::Mult(left[k], right[k]);
-        if (unit != first)
-            return pair(k) + " has " + named(unit) + ", " + pair(0) + " has " + named(first);
-    }
+    const Qud::Dim first = unit_of(0);
+    for (std::size_t k = 1; k < terms; ++k)
+        if (const Qud::Dim unit = unit_of(k); unit != first)
+            return elements(k) + " multiply to " + named(unit) + ", " + elements(0) + " to " + named(first);
     return {};
 }
 

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "bailuxhost/dim.hpp"
+#include "bailuxhost/matdim.hpp"
 #include "bailuxhost/matval.hpp"
 
-#include <span>
 #include <string>
 
 /// What stands beside the message when units do not allow an operation: where, and what was found there.
@@ -12,9 +11,8 @@ namespace Efi {
 /// The element that breaks the unit pattern of M; empty when none does.
 std::string pattern_detail(const Qud::MatVal& M);
 
-/// The first k for which left[k] * right[k] has another unit than the first pair; empty when all agree.
-/// @param left_name, right_name  what the pairs are made of: "column", "row"
-std::string inner_detail(std::span<const Qud::Dim> left, const char* left_name, std::span<const Qud::Dim> right,
-                         const char* right_name);
+/// The first term of the sums of the product a * b whose unit is not that of the first term, shown at the element in
+/// the upper left corner; of two columns of one length, the term of their inner product. Empty when all agree.
+std::string sum_detail(const Qud::MatDim& a, const Qud::MatDim& b);
 
 } // namespace Efi

@@ -1,0 +1,112 @@
+// What no worksheet can show of construction and joins: shared arrays, the order of calls, absent arguments.
+#include "bailuxsko/construction.hpp"
+
+#include "bailuxhost/matval.hpp"
+#include "tests/support/values.hpp"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Qud::Handle;
+using support::host_error_of;
+using support::matrix;
+using support::number;
+using support::Raised;
+
+TEST(Matrix, CallsGoDownTheColumns)
+{
+    std::vector<std::pair<double, double>> calls;
+    const Handle f = std::make_shared<const Qud::FunVal>("f", 2, 2, [&](std::span<const Handle> place) {
+        const Qud::NumVal& i = *Qud::as_number(place[0]);
+        const Qud::NumVal& j = *Qud::as_number(place[1]);
+        EXPECT_EQ(i.m_dim, Qud::Dim::identity);
+        EXPECT_TRUE(i.is_real() && j.is_real());
+        calls.emplace_back(i.re(), j.re());
+        return number(0);
+    });
+    Efi::Matrix::matrix(number(2), number(3), f);
+    EXPECT_EQ(calls, (std::vector<std::pair<double, double>>{{0, 0}, {1, 0}, {0, 1}, {1, 1}, {0, 2}, {1, 2}}));
+}
+
+TEST(Matrix, RefusesWhatNoElementCanBe)
+{
+    const auto gives = [](Handle value) {
+        return Handle(std::make_shared<const Qud::FunVal>("f", 2, 2, [value](auto) { return value; }));
+    };
+    const Raised expected{"must be string scalar or array", 3};
+    const auto raised = [](const Handle& f) {
+        return host_error_of([&] { Efi::Matrix::matrix(number(1), number(1), f); }).raised;
+    };
+    EXPECT_EQ(raised(gives(gives(number(1)))), expected);
+    EXPECT_EQ(raised(gives(nullptr)), expected);
+    EXPECT_EQ(raised(nullptr), (Raised{"must be a function of 2 variables", 3}));
+    EXPECT_EQ(host_error_of([&] { Efi::Matrix::matrix(nullptr, number(1), nullptr); }).raised,
+              (Raised{"must be positive integer", 1}));
+}
+
+TEST(Matrix, AnAbsurdSizeCallsNothing)
+{
+    int calls = 0;
+    const Handle f = std::make_shared<const Qud::FunVal>("f", 2, 2, [&](auto) {
+        ++calls;
+        return number(0);
+    });
+    EXPECT_EQ(host_error_of([&] { Efi::Matrix::matrix(number(2e9), number(2e9), f); }).raised,
+              (Raised{"out of memory", -1}));
+    EXPECT_EQ(calls, 0);
+}
+
+TEST(Submatrix, ABlockIsAViewAndAFlippedOneIsNot)
+{
+    const Handle M = matrix({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}});
+    const auto block = [&](double ir, double jr, double ic, double jc) {
+        return Efi::Matrix::submatrix({.value = 0}, M, number(ir), number(jr), number(ic), number(jc));
+    };
+    const Handle view = block(1, 2, 0, 1);
+    EXPECT_EQ(Qud::matrix_of(view)->m_rarr, Qud::matrix_of(M)->m_rarr);
+    EXPECT_EQ(Qud::matrix_of(view)->Anr(), 3U);
+    EXPECT_NE(Qud::matrix_of(block(2, 1, 0, 1))->m_rarr, Qud::matrix_of(M)->m_rarr);
+}
+
+TEST(Joins, LargeOnesAndViewsHoldTheElementsOfTheirParts)
+{
+    Qud::FreshNumbers numbers = Qud::fresh_numbers(1000 * 8);
+    for (std::size_t k = 0; k < 8000; ++k)
+        numbers[k] = static_cast<double>(k);
+    const Handle M = Qud::MatVal::make(1000, 8, numbers);
+    const Handle view = Qud::matrix_of(M)->SubMatrix(100, 599, 2, 5);
+    const Handle parts[] = {view, view};
+    const Handle side = Efi::Matrix::augment(parts);
+    const Handle tall = Efi::Matrix::stack(parts);
+    ASSERT_EQ(Qud::matrix_of(side)->Cols(), 8U);
+    ASSERT_EQ(Qud::matrix_of(tall)->Rows(), 1000U);
+    for (std::size_t j = 0; j < 8; ++j)
+        for (std::size_t i = 0; i < 500; ++i)
+            ASSERT_EQ(Qud::matrix_of(side)->real(i, j), static_cast<double>((j % 4 + 2) * 1000 + 100 + i));
+    for (std::size_t j = 0; j < 4; ++j)
+        for (std::size_t i = 0; i < 1000; ++i)
+            ASSERT_EQ(Qud::matrix_of(tall)->real(i, j), static_cast<double>((j + 2) * 1000 + 100 + i % 500));
+}
+
+TEST(Joins, AbsentArgumentsAreRefused)
+{
+    const Handle values[] = {number(1), nullptr};
+    const Raised expected{"must be string scalar or array", 2};
+    EXPECT_EQ(host_error_of([&] { Efi::Matrix::augment(values); }).raised, expected);
+    EXPECT_EQ(host_error_of([&] { Efi::Matrix::stack(values); }).raised, expected);
+}
+
+TEST(Joins, MoreRowsThanARecordCanCount)
+{
+    // Views of one element, 2^31 rows high in their record only: nothing is read before the size is refused.
+    const Handle tall = Qud::MatVal::make(1U << 31, 1, Qud::fresh_numbers(1));
+    const Handle values[] = {tall, tall};
+    EXPECT_EQ(host_error_of([&] { Efi::Matrix::stack(values); }).raised, (Raised{"out of memory", -1}));
+}
+
+} // namespace

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "bailuxhost/error.hpp"
+#include "bailuxhost/matval.hpp"
+#include "bailuxhost/value.hpp"
+#include "tests/support/raises.hpp"
+
+#include <bit>
+#include <concepts>
+#include <cstdint>
+#include <initializer_list>
+#include <vector>
+
+/// Host values for tests, and what there is to see of them.
+namespace support {
+
+using Numbers = std::initializer_list<std::initializer_list<double>>;
+
+/// Real, row by row, of one unit; with imaginary parts when they are given.
+inline Qud::Handle matrix(Numbers real, const Qud::Dim& unit = Qud::Dim::identity, Numbers imaginary = {})
+{
+    const auto rows = static_cast<std::uint32_t>(real.size());
+    const std::uint32_t cols = rows == 0 ? 0 : static_cast<std::uint32_t>(real.begin()->size());
+    const auto array = [&](Numbers numbers) {
+        Qud::FreshNumbers elements = Qud::fresh_numbers(std::size_t{rows} * cols);
+        std::size_t i = 0;
+        for (const auto& row : numbers) {
+            std::size_t j = 0;
+            for (const double x : row)
+                elements[i + j++ * rows] = x;
+            ++i;
+        }
+        return elements;
+    };
+    Qud::SharedNumbers re = array(real);
+    return Qud::MatVal::make(rows, cols, re, imaginary.size() == 0 ? nullptr : Qud::SharedNumbers(array(imaginary)),
+                             unit);
+}
+
+inline Qud::Handle number(double re, double im = 0.0, const Qud::Dim& unit = Qud::Dim::identity)
+{
+    return Qud::NumVal::make(re, im, unit);
+}
+
+/// The bits of every element column by column, real parts first, then imaginary ones where there is an array.
+inline std::vector<std::uint64_t> bits(const Qud::Handle& value)
+{
+    std::vector<std::uint64_t> all;
+    const Qud::MatVal& M = *Qud::matrix_of(value);
+    for (const bool imaginary : {false, true}) {
+        if (imaginary && !M.HasImag())
+            continue;
+        for (std::size_t j = 0; j < M.Cols(); ++j)
+            for (std::size_t i = 0; i < M.Rows(); ++i)
+                all.push_back(std::bit_cast<std::uint64_t>(imaginary ? M.imag(i, j) : M.real(i, j)));
+    }
+    return all;
+}
+
+/// What the host sees of an error.
+struct HostError {
+    Raised raised;
+    std::string detail;
+};
+
+/// What an entry operation raises; an empty message if it returns.
+template <std::invocable Call>
+HostError host_error_of(Call call)
+{
+    try {
+        call();
+    } catch (const Evl::Run::AppException& error) {
+        return {.raised = {.message = error.message(), .index = error.index()}, .detail = error.detail()};
+    }
+    return {};
+}
+
+} // namespace support
