@@ -2,8 +2,8 @@
 
 #include "bailuxhost/function_row.hpp"
 #include "worksheet/evaluation/located_error.hpp"
-#include "worksheet/evaluation/stack_limit.hpp"
 #include "worksheet/session.hpp"
+#include "worksheet/stack_limit.hpp"
 #include "worksheet/syntax/parser.hpp"
 
 #include <array>

@@ -31,20 +31,20 @@ char lower(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-/// How many letters must change, go, come or swap places with their neighbour; twice that, and 1 for another case.
+/// How many letters must change, go, come or swap places with their neighbour, capitals or not.
 /// @see Damerau, A technique for computer detection and correction of spelling errors, 1964
 std::size_t distance(std::string_view a, std::string_view b)
 {
     std::vector<std::size_t> before(b.size() + 1), last(b.size() + 1), row(b.size() + 1);
     for (std::size_t j = 0; j <= b.size(); ++j)
-        last[j] = 2 * j;
+        last[j] = j;
     for (std::size_t i = 1; i <= a.size(); ++i) {
-        row[0] = 2 * i;
+        row[0] = i;
         for (std::size_t j = 1; j <= b.size(); ++j) {
-            const std::size_t change = a[i - 1] == b[j - 1] ? 0 : lower(a[i - 1]) == lower(b[j - 1]) ? 1 : 2;
-            row[j] = std::min({last[j] + 2, row[j - 1] + 2, last[j - 1] + change});
+            const std::size_t change = lower(a[i - 1]) == lower(b[j - 1]) ? 0 : 1;
+            row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + change});
             if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
-                row[j] = std::min(row[j], before[j - 2] + 2);
+                row[j] = std::min(row[j], before[j - 2] + 1);
         }
         std::swap(before, last);
         std::swap(last, row);
@@ -60,11 +60,11 @@ std::vector<std::string> nearest(std::string_view name, const std::vector<std::s
     constexpr std::size_t longest = 64; // beyond that nobody has mistyped
     if (name.size() > longest)
         return {};
-    const std::size_t allowed = name.size() <= 2 ? 1 : 2 * (1 + name.size() / 5);
+    const std::size_t allowed = name.size() <= 2 ? 0 : 1 + name.size() / 5;
     std::vector<std::pair<std::size_t, std::string_view>> found;
     for (const std::string_view candidate : candidates)
         if (candidate.size() <= longest)
-            if (const std::size_t d = distance(name, candidate); d <= allowed && d > 0)
+            if (const std::size_t d = distance(name, candidate); d <= allowed && candidate != name)
                 found.emplace_back(d, candidate);
     std::sort(found.begin(), found.end());
     found.erase(std::unique(found.begin(), found.end()), found.end());

@@ -37,6 +37,7 @@ bool all_have(const Qud::Handle& value, const Qud::Dim& unit, bool& any)
 
 void Evaluator::run(Statement& statement, StatementResult& result)
 {
+    m_stack = StackLimit(); // a session may move from thread to thread
     result.name = statement.name;
     switch (statement.kind) {
     case StatementKind::expression:

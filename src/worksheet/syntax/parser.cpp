@@ -1,6 +1,7 @@
 #include "worksheet/syntax/parser.hpp"
 
 #include "efiutl/messages.hpp"
+#include "worksheet/stack_limit.hpp"
 #include "worksheet/syntax/lexer.hpp"
 #include "worksheet/syntax/syntax_error.hpp"
 
@@ -117,7 +118,7 @@ private:
     public:
         explicit Level(Parser& parser) : m_parser(parser)
         {
-            if (++parser.m_depth > Tree::max_height)
+            if (++parser.m_depth > Tree::max_height || parser.m_stack.is_reached())
                 throw SyntaxError(msg::nesting_too_deep, parser.m_token.offset);
         }
         Level(const Level&) = delete;
@@ -135,6 +136,7 @@ private:
     Token m_token;
     TokenKind m_last = TokenKind::end;
     std::size_t m_depth = 0;
+    StackLimit m_stack;
     std::vector<NodeIndex> m_pending; ///< children of nodes that are not complete yet
 };
 

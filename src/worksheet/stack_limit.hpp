@@ -4,7 +4,7 @@
 
 namespace worksheet {
 
-/// How deep the evaluator may go on the stack of the running thread, with room left for the functions it calls.
+/// How deep parser and evaluator may go on the stack of the running thread, with room left for the functions it calls.
 class StackLimit {
 public:
     /// Measures from the caller's frame on. Asks the system for the stack's bounds only when it has grown.

@@ -1,4 +1,4 @@
-#include "worksheet/evaluation/stack_limit.hpp"
+#include "worksheet/stack_limit.hpp"
 
 #include <pthread.h>
 
