@@ -52,12 +52,12 @@ Cell number_cell(double re, double im, const std::string& unit)
         cell.pieces[im_head] = imaginary.head;
         cell.pieces[im_tail] = imaginary.tail + "i";
         if (!unit.empty()) {
-            cell.pieces[re_head].insert(0, "(");
+            cell.pieces[re_head].insert(cell.pieces[re_head].begin(), '(');
             cell.pieces[im_tail] += ')';
         }
     }
     if (!unit.empty())
-        cell.pieces[unit_behind] = ' ' + unit;
+        cell.pieces[unit_behind].append(1, ' ').append(unit);
     return cell;
 }
 
@@ -68,13 +68,13 @@ std::string number_unit_text(const Qud::Dim& unit, const ShownUnit* shown)
 
 std::string quoted(const std::string& text)
 {
-    std::string inside;
+    std::string inside(1, '"');
     for (const char c : cut_in_the_middle(printable(text), widest_text)) {
         if (c == '"')
             inside += '\\';
         inside += c;
     }
-    return '"' + inside + '"';
+    return inside += '"';
 }
 
 std::string size_text(const Qud::MatVal& M)
@@ -135,8 +135,8 @@ private:
         Cell cell;
         const Qud::Handle* const entry = m_M.entry(i, j);
         if (entry == nullptr) {
-            const double size = m_shown != nullptr ? m_shown->size : 1.0;
-            return number_cell(m_M.real(i, j) / size, m_M.imag(i, j) / size,
+            const double factor = m_shown != nullptr ? m_shown->factor : 1.0;
+            return number_cell(m_M.real(i, j) / factor, m_M.imag(i, j) / factor,
                                m_has_common_unit ? std::string() : number_unit_text(m_M.unit(i, j), m_shown));
         }
         if (const Qud::MatVal* const nested = Qud::matrix_of(*entry)) {
@@ -157,7 +157,7 @@ private:
                             [&](const std::string& line) { return text_width(line) <= width; }))
                 return drawn;
         }
-        return {"[" + size_text(nested) + " array]"};
+        return {std::string(1, '[').append(size_text(nested)).append(" array]")};
     }
 
     Column make_column(std::size_t j) const
@@ -275,12 +275,12 @@ private:
 
 std::string scalar_text(double re, double im, const Qud::Dim& unit, const ShownUnit* shown)
 {
-    const double size = shown != nullptr ? shown->size : 1.0;
+    const double factor = shown != nullptr ? shown->factor : 1.0;
     const std::string unit_name = number_unit_text(unit, shown);
     if (re == 0.0 && im != 0.0)
-        return number_text(im / size).text() + 'i' + (unit_name.empty() ? "" : ' ' + unit_name);
+        return number_text(im / factor).text() + 'i' + (unit_name.empty() ? "" : ' ' + unit_name);
     std::string text;
-    for (const std::string& piece : number_cell(re / size, im / size, unit_name).pieces)
+    for (const std::string& piece : number_cell(re / factor, im / factor, unit_name).pieces)
         text += piece;
     return text;
 }

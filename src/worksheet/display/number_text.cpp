@@ -58,7 +58,8 @@ NumberText number_text(double x)
     }
     std::string mantissa = scientific.substr(0, e);
     drop_trailing_zeros(mantissa);
-    return cut_at_point(mantissa, "e" + std::to_string(exponent));
+    std::string power(1, 'e');
+    return cut_at_point(mantissa, power.append(std::to_string(exponent)));
 }
 
 } // namespace worksheet::display

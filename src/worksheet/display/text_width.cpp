@@ -1,10 +1,11 @@
 #include "worksheet/display/text_width.hpp"
 
-#include <unicode/uchar.h>
-#include <unicode/utf8.h>
+#include "worksheet/syntax/characters.hpp"
 
 #include <algorithm>
-#include <cstdint>
+#include <clocale>
+#include <cwchar>
+#include <locale.h>
 
 namespace worksheet::display {
 
@@ -13,37 +14,41 @@ namespace {
 constexpr std::string_view replacement = "\xEF\xBF\xBD"; // U+FFFD
 constexpr std::string_view gap = "...";
 
-/// The character at `at`, which moves behind it; negative for bytes that are not UTF-8.
-UChar32 next_character(std::string_view text, std::size_t& at)
-{
-    auto position = static_cast<std::int64_t>(at);
-    const auto length = static_cast<std::int64_t>(text.size());
-    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-    UChar32 character = 0;
-    U8_NEXT(bytes, position, length, character);
-    at = static_cast<std::size_t>(position);
-    return character;
-}
-
-std::size_t character_width(UChar32 character)
-{
-    if (character >= 0x20 && character < 0x300)
-        return character >= 0x7F && character < 0xA0 ? 0 : 1;
-    const int category = u_charType(character);
-    if (category == U_NON_SPACING_MARK || category == U_ENCLOSING_MARK || category == U_FORMAT_CHAR)
-        return 0;
-    const int width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
-    return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
-}
-
-bool is_control(UChar32 character)
+bool is_control(char32_t character)
 {
     // beside the C0 and C1 ranges: the marks that turn the direction of a line around
     return character < 0x20 || (character >= 0x7F && character < 0xA0) ||
            (character >= 0x202A && character <= 0x202E) || (character >= 0x2066 && character <= 0x2069);
 }
 
-std::string escape(UChar32 character)
+/// The character at `at`, which moves behind it.
+char32_t next_character(std::string_view text, std::size_t& at)
+{
+    const Character character = character_at(text, at);
+    at += character.bytes;
+    return character.code;
+}
+
+/// The C library's table of widths, whatever the environment's locale; null where there is none.
+locale_t unicode_locale()
+{
+    static const locale_t locale = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    return locale;
+}
+
+std::size_t character_width(char32_t character)
+{
+    if (character < 0x300)
+        return is_control(character) ? 0 : 1;
+    if (character == Character::invalid || unicode_locale() == nullptr)
+        return 1;
+    const locale_t before = ::uselocale(unicode_locale());
+    const int width = ::wcwidth(static_cast<wchar_t>(character));
+    ::uselocale(before);
+    return width < 0 ? 1 : static_cast<std::size_t>(width);
+}
+
+std::string escape(char32_t character)
 {
     if (character == '\n')
         return "\\n";
@@ -67,8 +72,8 @@ std::string made_printable(std::string_view text, bool keep_lines)
     result.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t start = at;
-        const UChar32 character = next_character(text, at);
-        if (character < 0)
+        const char32_t character = next_character(text, at);
+        if (character == Character::invalid)
             result += replacement;
         else if (is_control(character) && !(keep_lines && (character == '\n' || character == '\t')))
             result += escape(character);

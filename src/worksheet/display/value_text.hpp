@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bailuxhost/value.hpp"
+#include "worksheet/session.hpp"
 
 #include <cstddef>
 #include <string>
@@ -13,15 +14,9 @@ struct Room {
     std::size_t rows = 20;   ///< rows of a matrix; a longer one loses its middle
 };
 
-/// The unit that the reader asked for: numbers are divided by its size in SI base units.
-struct ShownUnit {
-    double size = 1.0;
-    std::string text{};
-};
-
 /// A value as people read it, one line or several, without a line end after the last: numbers to about six digits with
 /// their unit behind, matrices in columns aligned at the decimal point, texts as they are.
-/// @param shown   the unit to show all numbers in, or null for the SI unit of each
+/// @param shown   the unit to show all numbers in (they are divided by its size), or null for the SI unit of each
 std::string value_text(const Qud::Handle& value, const Room& room = {}, const ShownUnit* shown = nullptr);
 
 } // namespace worksheet::display

@@ -1,0 +1,175 @@
+#include "program/prompt.hpp"
+
+#include "worksheet/display/completion.hpp"
+
+#include <histedit.h>
+
+#include <cerrno>
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+#include <unistd.h>
+
+namespace program {
+
+namespace {
+
+constexpr int history_length = 1000;
+
+struct EditLineCloser {
+    void operator()(EditLine* editor) const { el_end(editor); }
+};
+struct HistoryCloser {
+    void operator()(History* history) const { history_end(history); }
+};
+
+/// Where the history is kept between runs; empty when there is no place for it.
+std::string history_file()
+{
+    const char* const state = std::getenv("XDG_STATE_HOME");
+    const char* const home = std::getenv("HOME");
+    std::filesystem::path folder;
+    if (state != nullptr && *state == '/')
+        folder = state;
+    else if (home != nullptr && *home == '/')
+        folder = std::filesystem::path(home) / ".local" / "state";
+    else
+        return {};
+    folder /= "bailuxsko";
+    std::error_code failed; // no history is no reason to stop
+    std::filesystem::create_directories(folder, failed);
+    return failed ? std::string() : (folder / "history").string();
+}
+
+bool is_blank(std::string_view text)
+{
+    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+} // namespace
+
+class Prompt::Editor {
+public:
+    Editor(const worksheet::Session& session, bool keep_output_clean) : m_session(session), m_file(history_file())
+    {
+        std::setlocale(LC_CTYPE,
+                       ""); // the editor reads characters in the terminal's encoding; numbers stay as they are
+        FILE* const output = keep_output_clean || ::isatty(STDOUT_FILENO) == 0 ? stderr : stdout;
+        m_editor.reset(el_init("bailuxsko", stdin, output, stderr));
+        m_history.reset(history_init());
+        if (!m_editor || !m_history)
+            return;
+        EditLine* const editor = m_editor.get();
+        el_set(editor, EL_CLIENTDATA, this);
+        el_set(editor, EL_PROMPT, &Editor::prompt_text);
+        el_set(editor, EL_EDITOR, "emacs");
+        el_set(editor, EL_SIGNAL, 1);
+        el_set(editor, EL_ADDFN, "complete", "Complete the name before the cursor", &Editor::complete);
+        el_set(editor, EL_BIND, "^I", "complete", nullptr);
+        el_set(editor, EL_BIND, "^R", "em-inc-search-prev", nullptr);
+        el_source(editor, nullptr); // the user's own key bindings
+        HistEvent event{};
+        history(m_history.get(), &event, H_SETSIZE, history_length);
+        history(m_history.get(), &event, H_SETUNIQUE, 1);
+        if (!m_file.empty())
+            history(m_history.get(), &event, H_LOAD, m_file.c_str());
+        el_set(editor, EL_HIST, history, m_history.get());
+    }
+
+    ~Editor()
+    {
+        HistEvent event{};
+        if (m_history && !m_file.empty())
+            history(m_history.get(), &event, H_SAVE, m_file.c_str());
+    }
+    Editor(const Editor&) = delete;
+    Editor& operator=(const Editor&) = delete;
+
+    bool read(std::string& statement)
+    {
+        statement.clear();
+        m_continues = false;
+        while (m_editor) {
+            int count = 0;
+            // before the prompt is shown: a key that answers it at once is the editor's and not the terminal's
+            el_set(m_editor.get(), EL_PREP_TERM, 1);
+            const char* const line = el_gets(m_editor.get(), &count);
+            if (line == nullptr || count <= 0)
+                return !statement.empty(); // what was begun is still evaluated, then the input is at its end
+            statement.append(line, static_cast<std::size_t>(count));
+            if (!worksheet::is_unfinished(statement)) {
+                remember(statement);
+                return true;
+            }
+            m_continues = true;
+        }
+        return false;
+    }
+
+private:
+    void remember(std::string line)
+    {
+        if (is_blank(line))
+            return;
+        for (char& c : line)
+            if (c == '\n')
+                c = ' ';
+        HistEvent event{};
+        history(m_history.get(), &event, H_ENTER, line.c_str());
+    }
+
+    static Editor* self(EditLine* editor)
+    {
+        Editor* owner = nullptr;
+        el_get(editor, EL_CLIENTDATA, &owner);
+        return owner;
+    }
+
+    static char* prompt_text(EditLine* editor)
+    {
+        static char first[] = "> ";
+        static char next[] = ". ";
+        return self(editor)->m_continues ? next : first;
+    }
+
+    static unsigned char complete(EditLine* editor, int /*key*/)
+    {
+        const LineInfo* const line = el_line(editor);
+        const std::string_view before(line->buffer, static_cast<std::size_t>(line->cursor - line->buffer));
+        const worksheet::display::Completion found = worksheet::display::complete_name(before, self(editor)->m_session);
+        if (!found.addition.empty())
+            return el_insertstr(editor, found.addition.c_str()) == 0 ? CC_REFRESH : CC_ERROR;
+        if (found.choices.size() < 2)
+            return CC_REFRESH_BEEP;
+        FILE* output = nullptr;
+        el_get(editor, EL_GETFP, 1, &output);
+        std::fputc('\n', output);
+        for (const std::string& choice : found.choices)
+            std::fprintf(output, "%s  ", choice.c_str());
+        std::fputc('\n', output);
+        return CC_REDISPLAY;
+    }
+
+    const worksheet::Session& m_session;
+    const std::string m_file;
+    bool m_continues = false;
+    std::unique_ptr<EditLine, EditLineCloser> m_editor;
+    std::unique_ptr<History, HistoryCloser> m_history;
+};
+
+Prompt::Prompt(const worksheet::Session& session, bool keep_output_clean)
+    : m_editor(std::make_unique<Editor>(session, keep_output_clean))
+{
+}
+
+Prompt::~Prompt() = default;
+
+bool Prompt::read(std::string& statement)
+{
+    return m_editor->read(statement);
+}
+
+} // namespace program

@@ -1,0 +1,129 @@
+"""The prompt, on a terminal of its own.
+
+usage: prompt_test.py PROGRAM
+"""
+import os
+import pathlib
+import pty
+import select
+import tempfile
+import termios
+import time
+import unittest
+
+from program import ENVIRONMENT, PROGRAM
+
+
+class Terminal:
+    """The program at a terminal of 60 columns."""
+
+    def __init__(self, *words, state):
+        self.pid, self.terminal = pty.fork()
+        if self.pid == 0:
+            os.execve(PROGRAM, [str(PROGRAM), *words],
+                      {**ENVIRONMENT, "TERM": "xterm", "LC_ALL": "C.UTF-8", "XDG_STATE_HOME": state})
+        termios.tcsetwinsize(self.terminal, (24, 60))
+        self.output = ""
+
+    def expect(self, text, seconds=20):
+        """Waits until the text has been shown since the last one that was expected."""
+        end = time.monotonic() + seconds
+        while text not in self.output:
+            ready, _, _ = select.select([self.terminal], [], [], max(0.0, end - time.monotonic()))
+            if not ready:
+                raise AssertionError(f"no {text!r} in {self.output!r}")
+            try:
+                self.output += os.read(self.terminal, 4096).decode(errors="replace")
+            except OSError:
+                raise AssertionError(f"ended without {text!r}: {self.output!r}") from None
+        self.output = self.output[self.output.index(text) + len(text):]
+
+    def type(self, keys):
+        os.write(self.terminal, keys.encode())
+
+    def leave(self):
+        """Ends the input at the next prompt (before it, the terminal itself would take the key). The exit status."""
+        self.expect("> ")
+        self.type("\x04")
+        try:
+            while os.read(self.terminal, 4096):
+                pass
+        except OSError:
+            pass
+        os.close(self.terminal)
+        return os.waitstatus_to_exitcode(os.waitpid(self.pid, 0)[1])
+
+
+class Prompt(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.state = folder.name
+
+    def start(self, *words):
+        return Terminal("eval", *words, state=self.state)
+
+    def test_results_errors_and_the_end(self):
+        terminal = self.start()
+        terminal.expect("> ")
+        terminal.type("6 * 7\r")
+        terminal.expect("42\r\n")
+        terminal.expect("> ")
+        terminal.type("nobody\r")
+        terminal.expect("undefined name: nobody")
+        self.assertEqual(terminal.leave(), 1)
+
+    def test_a_bracket_goes_on_in_the_next_line(self):
+        terminal = self.start()
+        terminal.expect("> ")
+        terminal.type("[1,\r")
+        terminal.expect(". ")
+        terminal.type("2]\r")
+        terminal.expect("[ 1  2 ]")
+        self.assertEqual(terminal.leave(), 0)
+
+    def test_completion(self):
+        terminal = self.start()
+        terminal.expect("> ")
+        terminal.type("stiffness_of_bar := 21\r")
+        terminal.expect("> ")
+        terminal.type("2 * stiff\t\r")
+        terminal.expect("42\r\n")
+        terminal.type("transp\t[1, 2])\r")
+        terminal.expect("[ 1 ]")
+        self.assertEqual(terminal.leave(), 0)
+
+    def test_history_outlives_the_program(self):
+        for keys in ("10 + 32\r", "\x1b[A\r"):
+            terminal = self.start()
+            terminal.expect("> ")
+            terminal.type(keys)
+            terminal.expect("42\r\n")
+            self.assertEqual(terminal.leave(), 0)
+        self.assertTrue(pathlib.Path(self.state, "bailuxsko", "history").is_file())
+
+    def test_no_place_for_a_history(self):
+        self.state = "/proc/nowhere"
+        terminal = self.start()
+        terminal.expect("> ")
+        terminal.type("6 * 7\r")
+        terminal.expect("42\r\n")
+        self.assertEqual(terminal.leave(), 0)
+
+    def test_the_terminals_width(self):
+        terminal = self.start()
+        terminal.expect("> ")
+        terminal.type("f(i, j) := 1000 + j\rmatrix(1, 50, f)\r")
+        terminal.expect("... 1 by 50")
+        self.assertEqual(terminal.leave(), 0)
+
+    def test_json_at_a_prompt(self):
+        terminal = self.start("--json")
+        terminal.expect("> ")
+        terminal.type("1\r")
+        terminal.expect('{"kind":"number","re":1.0,"im":0.0,"unit":""}')
+        self.assertEqual(terminal.leave(), 0)
+
+
+if __name__ == "__main__":
+    unittest.main()
