@@ -74,7 +74,7 @@ TEST(Provider, BlocksAreAlignedAndWritable)
             void* const block = lapack::MKL_malloc(bytes, alignment);
             ASSERT_NE(block, nullptr);
             EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block) % static_cast<unsigned>(std::max(alignment, 64)), 0U);
-            std::fill_n(static_cast<char*>(block), bytes, char(0x5A));
+            std::fill_n(static_cast<char*>(block), bytes + 16, char(0x5A)); // the bytes beyond are the block's too
             lapack::MKL_free(block);
         }
     lapack::MKL_free(nullptr);

@@ -191,6 +191,18 @@ TEST(Solve, WhatTheLeastSquaresRoutineIsGiven)
     solve(random_complex(4, 9, 1), random_real(4, 2, 2));
 }
 
+TEST(Solve, AComplexLeastSquaresMatrixHasAColumnToSpare)
+{
+    // The routine may load elements of the column behind the last one; here it fills them, which must hurt nobody.
+    const Replaced<&lapack::Routines::zgelsy> fills([](const int* m, const int* n, const int*, Complex* A, const int*,
+                                                       Complex*, const int*, int*, const double*, int*, Complex*,
+                                                       const int*, double*, int* info) {
+        std::fill_n(A + std::ptrdiff_t{*m} * *n, *m, Complex(1, 1));
+        *info = 0;
+    });
+    solve(random_complex(40, 60, 1), random_complex(40, 1, 2));
+}
+
 TEST(Solve, RefusesMatricesWithoutElements)
 {
     const Handle empty = Qud::MatVal::empty();

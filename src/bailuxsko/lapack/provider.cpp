@@ -78,6 +78,7 @@ void MKL_Free_Buffers() noexcept {}
 void* MKL_malloc(std::size_t bytes, int alignment) noexcept
 {
     const std::size_t step = std::max(cache_line, static_cast<std::size_t>(alignment));
+    // Blocks come in steps of 16 bytes, so that at least as many of the margin stay behind the last element.
     const std::size_t margin = sizeof(BlockHead) + step;
     if (bytes > std::numeric_limits<std::size_t>::max() - margin)
         return nullptr;

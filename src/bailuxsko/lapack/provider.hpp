@@ -26,7 +26,8 @@ BAILUXSKO_API void MKL_Set_Dynamic(int on) noexcept;
 BAILUXSKO_API void MKL_Free_Buffers() noexcept;
 
 /// `bytes` bytes of whatever content, aligned to `alignment` (a power of two) and to a cache line; null when they
-/// cannot be had. Large blocks are the calling thread's kept ones.
+/// cannot be had. 16 bytes beyond may be read, as OpenBLAS's complex matrix-vector product does. Large blocks are the
+/// calling thread's kept ones.
 BAILUXSKO_API void* MKL_malloc(std::size_t bytes, int alignment) noexcept;
 BAILUXSKO_API void MKL_free(void* block) noexcept;
 
