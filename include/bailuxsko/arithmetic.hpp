@@ -33,4 +33,18 @@ BAILUXSKO_API Qud::Handle div(const Qud::Handle& a, const Qud::Handle& b);
 /// @see       Knuth, The Art of Computer Programming, volume 2, section 4.6.3: powers by repeated squaring
 BAILUXSKO_API Qud::Handle pwr(const Qud::Handle& x, const Qud::Handle& y);
 
+/// x squared: a number, every element of a column, or the product of a square matrix with itself.
+/// @return    unit(x)^2
+/// @throws    "must be a scalar or a vector" (1), "floating point error" (-1) where the square of a number overflows,
+///            "must be a scalar or a matrix" (1) for a text in a column, "must be square" (1), "invalid dimension"
+///            (-1), "must be a linear algebra matrix" (1), "matrix unit mismatch" (-1), "floating point exception" (0)
+BAILUXSKO_API Qud::Handle sqr(const Qud::Handle& x);
+
+/// The Kronecker product: block (i, j) is a(i, j) times the whole of b.
+/// @return    as many rows and columns as those of a times those of b; every element with the product of the units
+/// @throws    "must be matrix" (1, 2), "must be a scalar or a matrix" (2, 1) for a text among the elements; two arrays
+///            that meet raise what their product raises
+/// @see       Golub and Van Loan, Matrix Computations, section 1.3.6
+BAILUXSKO_API Qud::Handle kronecker(const Qud::Handle& a, const Qud::Handle& b);
+
 } // namespace Efi::Matrix

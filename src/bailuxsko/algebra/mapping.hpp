@@ -128,6 +128,19 @@ requires UnitOperation<typename B::Operation> Qud::Handle mapmatrixMN(const Qud:
     return mapmatrixMN<B>(M, x, [&](const Qud::Dim& unit) { return B::Operation::unit(unit, x.m_dim); });
 }
 
+/// Every element of M by an operation of one operand, the unit by unit_of.
+/// @throws "must be a scalar or a matrix" (1) for a text, what operation and unit_of raise
+template <class R, class UnitOf>
+Qud::Handle mapmatrix(const Qud::MatVal& M, const UnitOf& unit_of)
+{
+    if (!M.has_entries()) {
+        const MatrixOperand elements(M);
+        return with_units(DispatchMM<R>(M.Rows(), M.Cols(), elements, elements), mapped_units(M, unit_of));
+    }
+    using B = BinaryMatrixOp<BRr<R, Reverse<R>, NormalArg>>;
+    return map_entries_MN<B>(M, Qud::NumVal(0.0, 0.0), unit_of);
+}
+
 template <BinaryOperation Op>
 Qud::Handle mapmatrixMM(const Qud::MatVal& A, const Qud::MatVal& B);
 

@@ -145,6 +145,23 @@ struct EfiPwr {
     BAILUXSKO_API static Qud::Handle ScalarMatrixPower(const Qud::MatVal& M, int n);
 };
 
+/// Square: the product of an operand with itself.
+struct EfiSqr {
+    static double apply(double x) noexcept { return x * x; }
+    [[gnu::always_inline]] static aComplex apply(aComplex x) noexcept { return EfiMult::apply(x, x); }
+
+    /// A column element by element, or the product of a square matrix with itself.
+    /// @throws "must be square" (1), what the product raises, "must be a scalar or a matrix" (1) for a text in a column
+    BAILUXSKO_API static Qud::Handle opM(const Qud::MatVal& M);
+};
+
+/// An operation on one operand, as one of two that looks at the first only.
+template <class Op>
+struct Rr {
+    static double apply(double x, double) { return Op::apply(x); }
+    [[gnu::always_inline]] static aComplex apply(aComplex x, aComplex) { return Op::apply(x); }
+};
+
 /// The operation with its two real operands exchanged.
 template <class Op>
 struct ReverseReal {

@@ -27,10 +27,8 @@ Qud::Handle column_power(const Qud::MatVal& M, const Qud::NumVal& x)
 {
     Qud::Dim::Id(x.m_dim, 2);
     const auto unit_of = [&](const Qud::Dim& unit) { return Qud::Dim::Pwr(unit, x.re(), x.im()); };
-    if (x.is_real() && x.re() == 2.0 && !M.has_entries() && !M.HasImag()) {
-        const MatrixOperand elements(M);
-        return with_units(DispatchMM<EfiMult>(M.Rows(), M.Cols(), elements, elements), mapped_units(M, unit_of));
-    }
+    if (x.is_real() && x.re() == 2.0 && !M.has_entries() && !M.HasImag())
+        return mapmatrix<Rr<EfiSqr>>(M, unit_of);
     return mapmatrixMN<Raise<NormalArg>>(M, x, unit_of);
 }
 

@@ -3,6 +3,8 @@
 #include "bailuxhost/error.hpp"
 #include "efiutl/messages.hpp"
 
+#include <limits>
+
 namespace Efi::Error {
 
 namespace {
@@ -49,6 +51,16 @@ double as_dimless_real(const Qud::Handle& value, int index)
     if (!number || !number->is_real() || number->m_dim != Qud::Dim::identity)
         Evl::Run::AppException::Raise(msg::must_be_real, index);
     return number->re();
+}
+
+std::uint32_t as_size(const Qud::Handle& value, int index)
+{
+    const Qud::NumVal* const number = Qud::as_number(value);
+    if (!number || !number->get_IsInt() || number->re() <= 0.0)
+        Evl::Run::AppException::Raise(msg::must_be_positive_integer, index);
+    if (number->re() > std::numeric_limits<std::int32_t>::max())
+        Evl::Run::AppException::Raise(msg::matrix_too_big, index);
+    return static_cast<std::uint32_t>(number->re());
 }
 
 const Qud::MatVal* is_matrix(const Qud::Handle& value, ofsize_t shape) noexcept

@@ -28,6 +28,9 @@ BAILUXSKO_API const std::string& as_string(const Qud::Handle& value, const char*
 /// A real number without unit. @throws "must be real" (index)
 BAILUXSKO_API double as_dimless_real(const Qud::Handle& value, int index);
 
+/// A number of rows or columns, from 1 on. @throws "must be positive integer", beyond 32 bits "matrix too big" (index)
+BAILUXSKO_API std::uint32_t as_size(const Qud::Handle& value, int index);
+
 /// A matrix of the required shape, or null.
 BAILUXSKO_API const Qud::MatVal* is_matrix(const Qud::Handle& value, ofsize_t shape = any_shape) noexcept;
 /// A matrix of one column and of the required shape, or null.

@@ -48,6 +48,17 @@ constexpr Evl::Raise pwr_raises[] = {
     {msg::floating_point_exception, 0},
 };
 
+constexpr Evl::Raise sqr_raises[] = {
+    {msg::must_be_scalar_or_vector, 1}, {msg::must_be_scalar_or_matrix, 1},      {msg::floating_point_error, -1},
+    {msg::must_be_square, 1},           {msg::must_be_linear_algebra_matrix, 1}, {msg::matrix_unit_mismatch, -1},
+    {msg::invalid_dimension, -1},       {msg::floating_point_exception, 0},
+};
+
+constexpr Evl::Raise kronecker_raises[] = {
+    {msg::must_be_matrix, 1},           {msg::must_be_matrix, 2},       {msg::must_be_scalar_or_matrix, 1},
+    {msg::must_be_scalar_or_matrix, 2}, {msg::array_size_mismatch, -1},
+};
+
 constexpr Evl::FunctionRow rows[] = {
     calling<&Matrix::mult>({.name = "mult",
                             .params = "a, b",
@@ -71,6 +82,18 @@ constexpr Evl::FunctionRow rows[] = {
                            .unit = "unit(x) ^ y",
                            .raises = pwr_raises,
                            .example = "pwr([1, 1; 1, 0], 10)"}),
+    calling<&Matrix::sqr>({.name = "sqr",
+                           .params = "x",
+                           .summary = "The square of a number, of every element of a column, or of a square matrix.",
+                           .unit = "unit(x) ^ 2",
+                           .raises = sqr_raises,
+                           .example = "sqr([1 m; 2 m])"}),
+    calling<&Matrix::kronecker>({.name = "kronecker",
+                                 .params = "a, b",
+                                 .summary = "The Kronecker product: block (i, j) is a(i, j) times the whole of b.",
+                                 .unit = "unit(a) * unit(b)",
+                                 .raises = kronecker_raises,
+                                 .example = "kronecker([1, 2], [1; 1])"}),
 };
 
 } // namespace

@@ -12,6 +12,8 @@ std::span<const Evl::FunctionRow> lu();
 std::span<const Evl::FunctionRow> linear_systems();
 std::span<const Evl::FunctionRow> arithmetic();
 std::span<const Evl::FunctionRow> inverse();
+std::span<const Evl::FunctionRow> determinant();
+std::span<const Evl::FunctionRow> small_functions();
 std::span<const Evl::FunctionRow> construction();
 
 } // namespace Efi::families

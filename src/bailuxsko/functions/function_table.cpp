@@ -17,9 +17,14 @@ struct Family {
 std::vector<Evl::FunctionRow> all_families()
 {
     const Family families[] = {
-        {"Arithmetic", families::arithmetic()},     {"Inverse and determinant", families::inverse()},
-        {"Construction", families::construction()}, {"Shape and copies", families::shape()},
-        {"Factorisations", families::lu()},         {"Linear systems", families::linear_systems()},
+        {"Arithmetic", families::arithmetic()},
+        {"Inverse", families::inverse()},
+        {"Determinants, magnitudes and lengths", families::determinant()},
+        {"Small matrix functions", families::small_functions()},
+        {"Construction", families::construction()},
+        {"Shape and copies", families::shape()},
+        {"Factorisations", families::lu()},
+        {"Linear systems", families::linear_systems()},
     };
     std::vector<Evl::FunctionRow> rows;
     for (const Family& family : families)
