@@ -60,11 +60,6 @@ struct SquareRoot {
     }
 };
 
-double real_log10(double x)
-{
-    return std::log10(x);
-}
-
 Complex complex_log10(const Complex& z)
 {
     return {std::log10(std::abs(z)), std::arg(z) / std::numbers::ln10};
@@ -87,7 +82,7 @@ Qud::Handle ln(const Qud::Handle& x)
 
 Qud::Handle log10(const Qud::Handle& x)
 {
-    return map(Elementary{.real = real_log10, .complex = complex_log10, .domain = not_negative}, x, 1);
+    return map(Elementary{.real = std::log10, .complex = complex_log10, .domain = not_negative}, x, 1);
 }
 
 Qud::Handle sin(const Qud::Handle& x)
@@ -105,34 +100,19 @@ Qud::Handle tan(const Qud::Handle& x)
     return map(Elementary{.real = std::tan, .complex = std::tan, .domain = everywhere}, x, 1);
 }
 
-Complex complex_asin(const Complex& z)
-{
-    return std::asin(z);
-}
-
-Complex complex_acos(const Complex& z)
-{
-    return std::acos(z);
-}
-
-Complex complex_atan(const Complex& z)
-{
-    return std::atan(z);
-}
-
 Qud::Handle asin(const Qud::Handle& x)
 {
-    return map(Elementary{.real = std::asin, .complex = complex_asin, .domain = within_one}, x, 1);
+    return map(Elementary{.real = std::asin, .complex = std::asin, .domain = within_one}, x, 1);
 }
 
 Qud::Handle acos(const Qud::Handle& x)
 {
-    return map(Elementary{.real = std::acos, .complex = complex_acos, .domain = within_one}, x, 1);
+    return map(Elementary{.real = std::acos, .complex = std::acos, .domain = within_one}, x, 1);
 }
 
 Qud::Handle atan(const Qud::Handle& x)
 {
-    return map(Elementary{.real = std::atan, .complex = complex_atan, .domain = everywhere}, x, 1);
+    return map(Elementary{.real = std::atan, .complex = std::atan, .domain = everywhere}, x, 1);
 }
 
 constexpr std::array sqrt_raises{Evl::Raise{msg::must_be_scalar_or_matrix, 1}};

@@ -48,7 +48,6 @@ Qud::Handle Evaluator::evaluate_call(const Frame& frame, const Node& node)
 {
     const NodeIndex callee_index = frame.tree.children_of(node)[0];
     const Node& callee = frame.tree.nodes[callee_index];
-    Qud::Handle value;
     if (callee.kind == NodeKind::name) {
         const std::string& name = frame.tree.names[callee.content];
         const auto definition = m_definitions.find(name);
@@ -58,7 +57,7 @@ Qud::Handle Evaluator::evaluate_call(const Frame& frame, const Node& node)
                 return row->is_lazy ? evaluate_choice(frame, node, *row) : call_row(frame, node, *row);
         }
     }
-    value = evaluate(frame, callee_index);
+    const Qud::Handle value = evaluate(frame, callee_index);
     const Qud::FunVal* const function = Qud::as_function(value);
     if (function == nullptr) {
         raise_at(frame, node.start, msg::not_a_function + called_text(frame, callee, value));
@@ -66,7 +65,7 @@ Qud::Handle Evaluator::evaluate_call(const Frame& frame, const Node& node)
     return call_function(frame, node, *function);
 }
 
-/// Raises the error in flight at a call with these arguments.
+/// A worksheet function by its name: no function value is made for it.
 Qud::Handle Evaluator::call_row(const Frame& frame, const Node& node, const Evl::FunctionRow& row)
 {
     const std::span<const NodeIndex> children = frame.tree.children_of(node).subspan(1);
