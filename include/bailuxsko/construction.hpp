@@ -29,4 +29,14 @@ BAILUXSKO_API Qud::Handle augment(std::span<const Qud::Handle> values);
 /// @throws    "array size mismatch" (k), "argument dimension mismatch" (k), "must be string scalar or array" (k)
 BAILUXSKO_API Qud::Handle stack(std::span<const Qud::Handle> values);
 
+/// The matrix with the column x on its diagonal (zeros of the column's unit; without unit where it has several), or the
+/// column of the diagonal of another square matrix. The matrix of a column carries an imaginary array when the column
+/// does, the column of a diagonal only when some imaginary part is not zero.
+/// @throws    "must be square" (1), "must be a vector or a matrix" (1)
+BAILUXSKO_API Qud::Handle diag(const Qud::Handle& x);
+
+/// M with the order of its rows reversed; a matrix of one row as it is.
+/// @throws    "must be matrix" (1)
+BAILUXSKO_API Qud::Handle reverse(const Qud::Handle& M);
+
 } // namespace Efi::Matrix

@@ -43,6 +43,7 @@ inline constexpr char singularity[] = "singularity";
 inline constexpr char not_converging[] = "not converging";
 inline constexpr char index_out_of_bounds[] = "index out of bounds";
 inline constexpr char may_not_be_nested[] = "may not be nested";
+inline constexpr char unmatched_key_index[] = "unmatched key index";
 
 // raised by the host
 inline constexpr char invalid_argument[] = "invalid argument";

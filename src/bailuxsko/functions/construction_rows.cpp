@@ -29,6 +29,9 @@ constexpr Evl::Raise join_raises[] = {
     {msg::must_be_string_scalar_or_array, Evl::Raise::any_index},
 };
 
+constexpr Evl::Raise diag_raises[] = {{msg::must_be_square, 1}, {msg::must_be_vector_or_matrix, 1}};
+constexpr Evl::Raise reverse_raises[] = {{msg::must_be_matrix, 1}};
+
 constexpr Evl::FunctionRow rows[] = {
     calling<&Matrix::matrix>({.name = "matrix",
                               .params = "m, n, f",
@@ -55,6 +58,19 @@ constexpr Evl::FunctionRow rows[] = {
                              .unit = "each element keeps its unit",
                              .raises = join_raises,
                              .example = "stack(1, \"two\", [3; 4])"}),
+    calling<&Matrix::diag>({.name = "diag",
+                            .params = "x",
+                            .summary = "The matrix with the column x on its diagonal, or the column of the diagonal of "
+                                       "another square matrix.",
+                            .unit = "each element keeps its unit; the zeros have the unit of a column that has one",
+                            .raises = diag_raises,
+                            .example = "diag([1; 2; 3] * m)"}),
+    calling<&Matrix::reverse>({.name = "reverse",
+                               .params = "M",
+                               .summary = "M with the order of its rows reversed; a row as it is.",
+                               .unit = "each element keeps its unit",
+                               .raises = reverse_raises,
+                               .example = "reverse([1, 2; 3, 4; 5, 6])"}),
 };
 
 } // namespace
