@@ -49,6 +49,7 @@ public:
         }
     }
 
+    const std::string& source_name() const { return m_source_name; }
     int exit_status() const { return m_failed ? some_failed : all_succeeded; }
 
 private:
@@ -67,28 +68,26 @@ std::string folder_of(const std::string& file)
     return folder.empty() ? "." : folder;
 }
 
-/// The statements of a file or of standard input.
-int evaluate_source(const CommandLine& line, const std::string& file, const std::string& shown_name)
+/// The statements of a file or of standard input. False when it cannot be read.
+bool evaluate_source(const CommandLine& line, const std::string& file, Reporter& reporter)
 {
     std::string failure;
     const std::optional<std::string> source = read_source(file, failure);
     if (!source) {
-        write_error("bailuxsko: cannot read " + shown_name + ": " + failure + "\n");
-        return unusable;
+        write_error("bailuxsko: cannot read " + reporter.source_name() + ": " + failure + "\n");
+        return false;
     }
     worksheet::SheetSettings settings = line.settings;
     settings.folder = folder_of(file);
     worksheet::Session session(settings);
-    Reporter reporter(line.json, shown_name);
     session.evaluate(*source, [&](const StatementResult& result) { reporter.report(result); });
-    return reporter.exit_status();
+    return true;
 }
 
 /// Each argument by itself, as if it stood on a line of its own: an open bracket does not swallow the next one.
-int evaluate_arguments(const CommandLine& line)
+void evaluate_arguments(const CommandLine& line, Reporter& reporter)
 {
     worksheet::Session session(line.settings);
-    Reporter reporter(line.json, {});
     std::size_t lines_before = 0;
     for (const std::string& statement : line.statements) {
         session.evaluate(statement, [&](StatementResult result) {
@@ -97,31 +96,36 @@ int evaluate_arguments(const CommandLine& line)
         });
         ++lines_before;
     }
-    return reporter.exit_status();
 }
 
-int evaluate_prompt(const CommandLine& line)
+void evaluate_prompt(const CommandLine& line, Reporter& reporter)
 {
     worksheet::Session session(line.settings);
-    Reporter reporter(line.json, {});
     Prompt prompt(session, line.json);
     std::string source;
     while (prompt.read(source))
         session.evaluate(source, [&](const StatementResult& result) { reporter.report(result); });
-    return reporter.exit_status();
 }
 
 } // namespace
 
 int evaluate(const CommandLine& line)
 {
-    if (line.command == CommandLine::Command::run)
-        return evaluate_source(line, line.file, line.file == "-" ? "standard input" : line.file);
-    if (!line.statements.empty())
-        return evaluate_arguments(line);
-    if (::isatty(STDIN_FILENO) != 0)
-        return evaluate_prompt(line);
-    return evaluate_source(line, "-", "standard input");
+    const bool is_run = line.command == CommandLine::Command::run;
+    const bool is_prompt = !is_run && line.statements.empty() && ::isatty(STDIN_FILENO) != 0;
+    const bool is_source = is_run || (line.statements.empty() && !is_prompt);
+    const std::string file = is_run ? line.file : "-";
+    Reporter reporter(line.json, !is_source ? "" : file == "-" ? "standard input" : file);
+    try {
+        if (is_prompt)
+            evaluate_prompt(line, reporter);
+        else if (!is_source)
+            evaluate_arguments(line, reporter);
+        else if (!evaluate_source(line, file, reporter))
+            return unusable;
+    } catch (const ReaderGone&) { // it has what it wanted
+    }
+    return reporter.exit_status();
 }
 
 } // namespace program

@@ -10,8 +10,9 @@ constexpr int unusable = 2; ///< the command line cannot be used, the file not b
 
 /// `run` and `eval`: evaluates the statements and shows each result before the next one starts, results on standard
 /// output, errors on standard error (with --json all on standard output).
+/// Stops early when nobody reads them any more.
 /// @return    the exit status
-/// @throws    ReaderGone, OutputFailed
+/// @throws    OutputFailed
 int evaluate(const CommandLine& line);
 
 } // namespace program

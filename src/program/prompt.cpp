@@ -69,6 +69,9 @@ public:
         el_set(editor, EL_SIGNAL, 1);
         el_set(editor, EL_ADDFN, "complete", "Complete the name before the cursor", &Editor::complete);
         el_set(editor, EL_BIND, "^I", "complete", nullptr);
+        el_set(editor, EL_ADDFN, "drop", "Drop the line", &Editor::drop);
+        el_set(editor, EL_SETTY, "-d", "-isig", nullptr); // Control-C is a key while a line is edited
+        el_set(editor, EL_BIND, "^C", "drop", nullptr);
         el_set(editor, EL_BIND, "^R", "em-inc-search-prev", nullptr);
         el_source(editor, nullptr); // the user's own key bindings
         HistEvent event{};
@@ -97,6 +100,11 @@ public:
             // before the prompt is shown: a key that answers it at once is the editor's and not the terminal's
             el_set(m_editor.get(), EL_PREP_TERM, 1);
             const char* const line = el_gets(m_editor.get(), &count);
+            if (m_is_dropped) {
+                statement.clear();
+                m_is_dropped = m_continues = false;
+                continue;
+            }
             if (line == nullptr || count <= 0)
                 return !statement.empty(); // what was begun is still evaluated, then the input is at its end
             statement.append(line, static_cast<std::size_t>(count));
@@ -153,9 +161,20 @@ private:
         return CC_REDISPLAY;
     }
 
+    static unsigned char drop(EditLine* editor, int /*key*/)
+    {
+        FILE* output = nullptr;
+        el_get(editor, EL_GETFP, 1, &output);
+        std::fputs("^C\n", output);
+        std::fflush(output);
+        self(editor)->m_is_dropped = true;
+        return CC_EOF;
+    }
+
     const worksheet::Session& m_session;
     const std::string m_file;
     bool m_continues = false;
+    bool m_is_dropped = false;
     std::unique_ptr<EditLine, EditLineCloser> m_editor;
     std::unique_ptr<History, HistoryCloser> m_history;
 };

@@ -93,6 +93,29 @@ class Prompt(unittest.TestCase):
         terminal.expect("[ 1 ]")
         self.assertEqual(terminal.leave(), 0)
 
+    def test_choices_are_shown(self):
+        terminal = self.start()
+        terminal.expect("> ")
+        terminal.type("subm\t\x15aug_1 := 1\r")  # one choice; then the line is cleared
+        terminal.expect("atrix(")
+        terminal.expect("> ")
+        terminal.type("aug\t")
+        terminal.expect("aug_1  augment")
+        terminal.type("_1 + 41\r")
+        terminal.expect("42\r\n")
+        self.assertEqual(terminal.leave(), 0)
+
+    def test_control_c_drops_the_line(self):
+        terminal = self.start()
+        terminal.expect("> ")
+        terminal.type("[1, 2,\r")
+        terminal.expect(". ")
+        terminal.type("99\x03")
+        terminal.expect("^C\r\n> ")
+        terminal.type("6 * 7\r")
+        terminal.expect("42\r\n")
+        self.assertEqual(terminal.leave(), 0)
+
     def test_history_outlives_the_program(self):
         for keys in ("10 + 32\r", "\x1b[A\r"):
             terminal = self.start()
