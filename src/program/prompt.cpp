@@ -67,9 +67,10 @@ public:
         el_set(editor, EL_PROMPT, &Editor::prompt_text);
         el_set(editor, EL_EDITOR, "emacs");
         el_set(editor, EL_SIGNAL, 1);
-        el_set(editor, EL_ADDFN, "complete", "Complete the name before the cursor", &Editor::complete);
+        // by their wide form, which keeps the texts it is given: the narrow one makes copies that it never frees
+        el_wset(editor, EL_ADDFN, L"complete", L"Complete the name before the cursor", &Editor::complete);
         el_set(editor, EL_BIND, "^I", "complete", nullptr);
-        el_set(editor, EL_ADDFN, "drop", "Drop the line", &Editor::drop);
+        el_wset(editor, EL_ADDFN, L"drop", L"Drop the line", &Editor::drop);
         el_set(editor, EL_SETTY, "-d", "-isig", nullptr); // Control-C is a key while a line is edited
         el_set(editor, EL_BIND, "^C", "drop", nullptr);
         el_set(editor, EL_BIND, "^R", "em-inc-search-prev", nullptr);
