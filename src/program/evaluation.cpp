@@ -8,7 +8,10 @@
 #include "worksheet/json.hpp"
 #include "worksheet/session.hpp"
 
+#include <array>
+#include <cstdio>
 #include <filesystem>
+#include <new>
 #include <optional>
 #include <string>
 #include <unistd.h>
@@ -29,7 +32,22 @@ public:
         m_errors.width = terminal_width(STDERR_FILENO, m_errors.width);
     }
 
+    /// A result that there is no memory to show is an error of its statement, and the worksheet goes on.
     void report(const StatementResult& result)
+    {
+        try {
+            show(result);
+        } catch (const std::bad_alloc&) {
+            m_failed = true;
+            show_out_of_memory(result.line);
+        }
+    }
+
+    const std::string& source_name() const { return m_source_name; }
+    int exit_status() const { return m_failed ? some_failed : all_succeeded; }
+
+private:
+    void show(const StatementResult& result)
     {
         using worksheet::display::error_text;
         using worksheet::display::value_text;
@@ -49,10 +67,20 @@ public:
         }
     }
 
-    const std::string& source_name() const { return m_source_name; }
-    int exit_status() const { return m_failed ? some_failed : all_succeeded; }
+    void show_out_of_memory(std::size_t line) const
+    {
+        if (!m_json) {
+            write_error("error: out of memory\n");
+            return;
+        }
+        std::array<char, 160> text{}; // room enough for the largest number
+        const int length = std::snprintf(text.data(), text.size(),
+                                         "{\"kind\":\"error\",\"message\":\"out of memory\",\"index\":-1,"
+                                         "\"function\":\"\",\"line\":%zu,\"column\":1}\n",
+                                         line);
+        write_output({text.data(), static_cast<std::size_t>(length)});
+    }
 
-private:
     const bool m_json;
     const std::string m_source_name;
     const bool m_colours;

@@ -4,8 +4,18 @@
 #include "program/output.hpp"
 
 #include <csignal>
-#include <cstdio>
 #include <exception>
+
+namespace {
+
+/// Piece by piece: there may be no memory left to join them.
+void complain(const char* what, const char* why)
+{
+    for (const char* const piece : {"bailuxsko: ", what, why, "\n"})
+        program::write_error(piece);
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -28,9 +38,9 @@ int main(int argc, char** argv)
     } catch (const program::ReaderGone&) {
         return program::all_succeeded; // the reader has what it wanted
     } catch (const program::OutputFailed& failure) {
-        program::write_error(std::string("bailuxsko: cannot write results: ") + failure.what() + "\n");
+        complain("cannot write results: ", failure.what());
     } catch (const std::exception& failure) {
-        program::write_error(std::string("bailuxsko: ") + failure.what() + "\n");
+        complain("", failure.what());
     }
     return program::unusable;
 }

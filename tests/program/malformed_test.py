@@ -2,11 +2,16 @@
 
 usage: malformed_test.py PROGRAM
 """
+import os
 import pathlib
+import resource
 import tempfile
 import unittest
 
 from program import results, run
+
+
+LIMIT = 260_000_000  # bytes
 
 
 class Malformed(unittest.TestCase):
@@ -63,6 +68,15 @@ class Malformed(unittest.TestCase):
         for statement in ["matrix(65535, 65535, f)", "[1, 2][10^300, 0]", "submatrix([1], 0, 10^300, 0, 0)"]:
             with self.subTest(statement=statement):
                 self.error("f(i, j) := nobody", statement)
+
+    @unittest.skipIf("ASAN_OPTIONS" in os.environ, "the address sanitizer needs more")
+    def test_a_result_that_there_is_no_memory_to_show(self):
+        source = "f(i, j) := 1/3\nA := matrix(3000, 3000, f)\nA\n1\n"  # 72 MB, and 180 MB of JSON
+        done = run("eval", "--json", stdin=source, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_DATA, (LIMIT, LIMIT)))
+        self.assertEqual(done.returncode, 1, done.stderr)
+        self.assertEqual(done.stdout.splitlines()[2:],
+                         ['{"kind":"error","message":"out of memory","index":-1,"function":"","line":3,"column":1}',
+                          '{"kind":"number","re":1.0,"im":0.0,"unit":""}'])
 
     def test_long_names_and_texts(self):
         long = "x" * 1_000_000
