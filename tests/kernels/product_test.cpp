@@ -101,8 +101,9 @@ TEST_P(ProductBits, AreThoseOfThePlainSums)
     struct Size {
         std::uint32_t m, k, n;
     };
-    const Size sizes[] = {{1, 1, 1},  {2, 3, 4},   {10, 10, 10}, {16, 5, 9},   {17, 1, 1}, {17, 8, 5},   {24, 24, 4},
-                          {25, 3, 7}, {31, 40, 3}, {64, 1, 64},  {33, 70, 34}, {1, 50, 6}, {100, 20, 2}, {5, 9, 200}};
+    const Size sizes[] = {{1, 1, 1},    {2, 3, 4},   {10, 10, 10}, {16, 5, 9},   {17, 1, 1},   {17, 8, 5},
+                          {24, 24, 4},  {25, 3, 7},  {31, 40, 3},  {64, 1, 64},  {33, 70, 34}, {1, 50, 6},
+                          {100, 20, 2}, {5, 9, 200}, {20, 255, 3}, {19, 256, 5}, {33, 257, 6}, {17, 520, 9}};
     for (const Size& size : sizes)
         for (const bool complex_A : {false, true})
             for (const bool complex_B : {false, true}) {
