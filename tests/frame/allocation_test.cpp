@@ -1,6 +1,7 @@
-// Counts what an entry call asks of the heap. The program has a malloc of its own for that, so it is a program apart
-// and is not built under sanitizers, which bring theirs.
+// Counts what an entry call asks of the heap, and refuses it. The program has a malloc of its own for that, so it is a
+// program apart and is not built under sanitizers, which bring theirs.
 #include "bailuxhost/matval.hpp"
+#include "bailuxsko/frame/call.hpp"
 #include "bailuxsko/lu.hpp"
 #include "bailuxsko/shape.hpp"
 
@@ -8,10 +9,19 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <string>
+#include <utility>
 
 namespace {
 
 constinit thread_local long requests = 0;
+constinit thread_local long refused_request = 0; // the one that fails, counted down; 0: none
+
+bool is_refused()
+{
+    ++requests;
+    return refused_request > 0 && --refused_request == 0;
+}
 
 } // namespace
 
@@ -20,14 +30,12 @@ extern "C" void* __libc_memalign(std::size_t alignment, std::size_t bytes);
 
 extern "C" void* malloc(std::size_t bytes)
 {
-    ++requests;
-    return __libc_malloc(bytes);
+    return is_refused() ? nullptr : __libc_malloc(bytes);
 }
 
 extern "C" int posix_memalign(void** block, std::size_t alignment, std::size_t bytes)
 {
-    ++requests;
-    *block = __libc_memalign(alignment, bytes);
+    *block = is_refused() ? nullptr : __libc_memalign(alignment, bytes);
     return *block ? 0 : 12;
 }
 
@@ -78,6 +86,57 @@ TEST(Allocation, LargeCallsReuseWhatTheLastOneGaveBack)
         numbers[k] = k % 301 == 0 ? 4.0 : 1.0 / static_cast<double>(k + 1);
     const Handle M = Qud::MatVal::make(300, 300, numbers);
     EXPECT_EQ(requests_of([&] { Efi::Matrix::lu(M); }), 1) << "only the small value itself is new";
+}
+
+/// The operation with its first request to the heap refused, then its second, and so on, until it gets all it asks for.
+/// Each refusal must end in "out of memory", or in what the operation raises anyway.
+template <class Operation>
+void expect_out_of_memory(Operation operation, const std::string& raised_anyway)
+{
+    constexpr long endless = 1000;
+    for (long k = 1; k < endless; ++k) {
+        std::string message;
+        bool got_all = false;
+        const auto stop_refusing = [&got_all] { got_all = std::exchange(refused_request, 0) > 0; };
+        refused_request = k;
+        try {
+            operation();
+            stop_refusing();
+        } catch (const Evl::Run::AppException& error) {
+            stop_refusing();
+            message = error.message();
+        }
+        if (got_all) {
+            EXPECT_EQ(message, raised_anyway);
+            return;
+        }
+        EXPECT_TRUE(message == "out of memory" || message == raised_anyway) << k << ": " << message;
+    }
+    ADD_FAILURE() << "the operation never ends";
+}
+
+TEST(Allocation, EveryRefusalIsAnError)
+{
+    const Handle M = small_matrix(true);
+    expect_out_of_memory([&] { Efi::Matrix::lu(M); }, "");
+    expect_out_of_memory([&] { Efi::Matrix::rows(M); }, "");
+    expect_out_of_memory([&] { Efi::Matrix::transpose(M); }, "");
+    expect_out_of_memory([&] { Efi::Matrix::cpMatrix(M); }, "");
+}
+
+TEST(Allocation, AnErrorWhoseMessageFindsNoRoomIsOutOfMemory)
+{
+    // Long messages do not fit into a string without the heap.
+    const Handle M = small_matrix(false);
+    const Handle empty = Qud::MatVal::empty();
+    const auto fails = [](EfiCallContext*, double) -> double { Efi::Throw("non-positive definite matrix", -1); };
+    double (*const worker)(EfiCallContext*, double) = fails;
+    expect_out_of_memory([&] { Efi::in_call([&](Efi::Call& call) { return call.guarded(worker, 1.0); }); },
+                         "non-positive definite matrix");
+    expect_out_of_memory([&] { Efi::in_host_call([]() -> Handle { Efi::Throw("non-positive definite matrix", -1); }); },
+                         "non-positive definite matrix");
+    expect_out_of_memory([&] { Efi::Matrix::lu(empty); }, "invalid dimension");
+    expect_out_of_memory([&] { Efi::Matrix::length(M); }, "must be vector");
 }
 
 } // namespace

@@ -15,9 +15,16 @@ namespace detail {
 
 namespace {
 
-std::exception_ptr host_error(const char* message, int index)
+/// A message that finds no room on the heap becomes "out of memory", which needs none.
+std::exception_ptr host_error(const char* message, int index) noexcept
 {
-    return std::make_exception_ptr(Evl::Run::AppException(message, index));
+    try {
+        Evl::Run::AppException::Raise(message, index);
+    } catch (const Evl::Run::AppException&) {
+        return std::current_exception();
+    } catch (...) {
+        return std::make_exception_ptr(Evl::Run::AppException(msg::out_of_memory, -1));
+    }
 }
 
 } // namespace
