@@ -118,8 +118,24 @@ TEST(Lu, AnAbsentRealArrayIsNamed)
     aMatrix A = {.m_anr = 1, .m_tag = aMatrix::tag, .m_rows = 1, .m_cols = 1, .m_rv = nullptr, .m_iv = nullptr};
     EfiCallContext ctx;
     EXPECT_EQ(raised_by([&] { native::lu(&ctx, &A); }), (Raised{.message = "null pointer", .index = -1}));
+    A.m_rows = 2;
+    EXPECT_EQ(raised_by([&] { native::lu(&ctx, &A); }), (Raised{.message = "null pointer", .index = -1})) << "tall";
+    A.m_rows = 1;
     A.m_iv = &im;
     EXPECT_EQ(raised_by([&] { native::lu(&ctx, &A); }), (Raised{.message = "unknown error", .index = -1}));
+}
+
+TEST(Lu, SizesThatNoMemoryHoldsAreOutOfMemory)
+{
+    double element = 1.0; // nobody reads it
+    // 2479700525 * 2479700525 * 3 is just above 2^64.
+    for (const std::uint32_t n : {1U << 27, 1U << 31, 2479700525U, ~0U})
+        for (double* const imaginary : {static_cast<double*>(nullptr), &element}) {
+            aMatrix A = {
+                .m_anr = n, .m_tag = aMatrix::tag, .m_rows = n, .m_cols = n, .m_rv = &element, .m_iv = imaginary};
+            EfiCallContext ctx;
+            EXPECT_EQ(raised_by([&] { native::lu(&ctx, &A); }), (Raised{.message = "out of memory", .index = -1})) << n;
+        }
 }
 
 TEST(Lu, RunsOutOfMemoryCleanly)

@@ -59,16 +59,19 @@ aMatrix* lu(EfiCallContext* ctx, aMatrix* A)
 {
     if (A->m_rows < A->m_cols)
         Efi::Throw(msg::must_be_square, 1);
+    const bool is_complex = A->m_iv != nullptr;
+    if (!is_complex && A->m_rv == nullptr && A->m_cols > 0)
+        Efi::Throw(msg::null_pointer, -1); // before the shape, as in the factorisation
     require_square(A);
     if (A->m_rv == nullptr)
-        Efi::Throw(A->m_iv == nullptr ? msg::null_pointer : msg::unknown_error, -1);
+        Efi::Throw(msg::unknown_error, -1);
     const std::size_t n = A->m_rows;
     const std::size_t area = n * n;
-    const bool is_complex = A->m_iv != nullptr;
 
     // P, L and U are neighbours in one array, so that packing has nothing to copy; U begins as the copy of A.
-    double* const re = Efi::uncleared_doubles(ctx, 3 * area);
-    double* const im = is_complex ? Efi::uncleared_doubles(ctx, 3 * area) : nullptr;
+    const std::uint64_t all = area >> 61 != 0 ? area : 3 * area; // no arena can give the former: it need not wrap
+    double* const re = Efi::uncleared_doubles(ctx, all);
+    double* const im = is_complex ? Efi::uncleared_doubles(ctx, all) : nullptr;
     double* const pivots = Efi::uncleared_doubles(ctx, n);
     const auto factor = [&](std::size_t which) {
         return aMatrix::mk(ctx->m_arena, A->m_rows, A->m_rows, re + which * area,
