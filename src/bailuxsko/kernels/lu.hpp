@@ -12,15 +12,14 @@ namespace native {
 /// P, L and U with P * A = L * U.
 /// @param A   n by n; not changed
 /// @return    n by 3 n: P in columns 0 to n - 1, L in n to 2 n - 1, U in 2 n to 3 n - 1; complex when A is
-/// @throws    "must be square" (1) if A is wide, (-1) if it is tall; all that the factorisation raises
+/// @throws    "must be square" (1) if A is wide, (-1) if it is tall; all that the factorisations raise
 BAILUXSKO_API aMatrix* lu(EfiCallContext* ctx, aMatrix* A);
 
 /// Factorises the real part of A in place: multipliers of L below the diagonal, U on and above it.
 /// Of equally scaled rows the last becomes the pivot row.
 /// @param pivots  null, or n doubles: the number, counted from 0, of the row exchanged with row k
 /// @param sign    1.0, or -1.0 after an odd number of exchanges
-/// @param strict  refuse a diagonal element, but the first, that is smaller than eps times the growth of the
-/// elimination
+/// @param strict  refuse a diagonal element, but the first, that is smaller than eps times the elimination's growth
 /// @throws  "null pointer" (-1), "invalid dimension" (-1), "must be square" (-1), "out of memory" (-1);
 ///          "singular matrix" (-1): a row of zeros, a pivot of exactly zero, or refused by the strict test
 BAILUXSKO_API void lu_decomp(EfiCallContext* ctx, aMatrix* A, double* pivots, double* sign, bool strict);
