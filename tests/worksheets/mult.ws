@@ -226,3 +226,13 @@ sin * 2
 #! "must be a scalar or a matrix" 2
 [[1, "a"], 2] * 2
 #! "must be a scalar or a matrix" 1
+# The numbers' errors come before the unit's: u*u cannot be represented.
+u := m^35000
+u * u
+#! "unit power not representable" -1
+([1, 2, 3] * u) * ([1, 2] * u)
+#! "array size mismatch" -1
+([1e200, 2; 3, 4] * u) * ([1e200, 2; 3, 4] * u)
+#! "floating point exception" 0
+([1, 2; 3, 4] * u) * ([1, 2; 3, 4] * u)
+#! "unit power not representable" -1

@@ -292,3 +292,10 @@ pwr(2, sin)
 #! "must be a scalar or a matrix" 2
 sin^sin
 #! "must be a scalar or a matrix" 2
+# The numbers' errors come before the unit's.
+([1, 2; 3, 4] * m)^40000
+#! "domain error" 1
+([1, 2; 2, 4] * m^35000)^-2
+#! "singular matrix" -1
+([1, 2; 3, 4] * m^35000)^2
+#! "unit power not representable" -1

@@ -64,3 +64,8 @@ sqr("a")
 #! "must be a scalar or a vector" 1
 sqr(sin)
 #! "must be a scalar or a vector" 1
+# The numbers' errors come before the unit's.
+sqr([1e200, 2; 3, 4] * m^35000)
+#! "floating point exception" 0
+sqr([1, 2; 3, 4] * m^35000)
+#! "unit power not representable" -1

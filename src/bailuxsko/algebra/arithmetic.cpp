@@ -34,8 +34,10 @@ void refuse_other_kinds(const Qud::Handle& a, const Qud::Handle& b)
 
 Qud::Handle product(const Qud::MatVal& a, const Qud::MatVal& b)
 {
-    if (a.get_IsUniformScalar() && b.get_IsUniformScalar())
-        return Qud::DimVal::dv(EfiMult::ScalarMatrixMult(a, b), Qud::Dim::Mult(a.m_dim, b.m_dim));
+    if (a.get_IsUniformScalar() && b.get_IsUniformScalar()) {
+        const Qud::Handle plain = EfiMult::ScalarMatrixMult(a, b); // its errors come before the unit's
+        return Qud::DimVal::dv(plain, Qud::Dim::Mult(a.m_dim, b.m_dim));
+    }
     return EfiMult::CrazyMatrixMult(a, b);
 }
 

@@ -78,8 +78,10 @@ Qud::Handle det_impl(const Qud::MatVal& M)
 Qud::Handle Det(const Qud::MatVal& M)
 {
     const double n = M.Rows();
-    if (M.get_IsUniformScalar())
-        return Qud::DimVal::dv(det_impl(M), Qud::Dim::Pwr(M.m_dim, n));
+    if (M.get_IsUniformScalar()) {
+        const Qud::Handle plain = det_impl(M); // its errors come before the unit's
+        return Qud::DimVal::dv(plain, Qud::Dim::Pwr(M.m_dim, n));
+    }
     const std::optional<Qud::MatDim> units = Qud::MatDim::make(M);
     const std::optional<Qud::Dim> unit = units ? Qud::MatDim::Det(*units, M.Rows()) : std::nullopt;
     if (!unit)

@@ -122,8 +122,10 @@ Qud::Handle EfiPwr::opFN(const Qud::Handle& f, const Qud::Handle& n)
 
 Qud::Handle EfiPwr::MatrixPower(const Qud::MatVal& M, int n)
 {
-    if (M.get_IsUniformScalar())
-        return Qud::DimVal::dv(ScalarMatrixPower(M, n), Qud::Dim::Pwr(M.m_dim, n));
+    if (M.get_IsUniformScalar()) {
+        const Qud::Handle plain = ScalarMatrixPower(M, n); // its errors come before the unit's
+        return Qud::DimVal::dv(plain, Qud::Dim::Pwr(M.m_dim, n));
+    }
     const Qud::MatDim units = pattern_of_power(M, n);
     const Qud::Handle plain = M.StripDimension();
     const Qud::Handle power = ScalarMatrixPower(*Qud::matrix_of(plain), n);

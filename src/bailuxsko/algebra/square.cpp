@@ -33,8 +33,10 @@ Qud::Handle EfiSqr::opM(const Qud::MatVal& M)
         return mapmatrix<Rr<EfiSqr>>(M, [](const Qud::Dim& unit) { return Qud::Dim::Pwr(unit, 2.0); });
     if (!M.is_square())
         AppException::Raise(msg::must_be_square, 1);
-    if (M.get_IsUniformScalar())
-        return Qud::DimVal::dv(EfiMult::ScalarMatrixMult(M, M), Qud::Dim::Mult(M.m_dim, M.m_dim));
+    if (M.get_IsUniformScalar()) {
+        const Qud::Handle plain = EfiMult::ScalarMatrixMult(M, M); // its errors come before the unit's
+        return Qud::DimVal::dv(plain, Qud::Dim::Mult(M.m_dim, M.m_dim));
+    }
     return EfiMult::CrazyMatrixMult(M, M);
 }
 
