@@ -189,3 +189,12 @@ div(2, sin)
 #! "must be a scalar or a matrix" 2
 [1, "a"] / [1, 2]
 #! "must be a scalar or a matrix" 1
+# A real numerator takes part with the imaginary part +0, alone as among elements.
+complex(0, -0.0) / complex(2, 1)
+#= 0
+Im(complex([0; 1], [-0.0; 1]) / complex(2, 1))
+#= [0; 0.2]
+complex(3, -0.0) / complex(0, 2)
+#= complex(0, -1.5)
+complex(3, -0.0) / [2i; 3]
+#= complex([0; 1], [-1.5; 0])

@@ -106,9 +106,10 @@ struct DivWrap {
         const double r = small / large;
         const double d = large + r * small;
         const double re_times_r = r * x.m_re;
+        const double x_im = real_x ? 0.0 : x.m_im; // a real's is +0
         const double im_times_r = real_x ? 0.0 : r * x.m_im;
-        const double re = upright ? x.m_re + im_times_r : re_times_r + x.m_im;
-        const double im = upright ? x.m_im - re_times_r : im_times_r - x.m_re;
+        const double re = upright ? x.m_re + im_times_r : re_times_r + x_im;
+        const double im = upright ? x_im - re_times_r : im_times_r - x.m_re;
         return {.m_re = re / d, .m_im = im / d};
     }
 
