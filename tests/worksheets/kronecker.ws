@@ -46,3 +46,14 @@ kronecker([1], 2)
 #! "must be matrix" 2
 kronecker("a", "b")
 #! "must be matrix" 1
+# Arrays among the elements meet in `mult`, which refuses them in its own words.
+kronecker([[1, "a"]], [[1; 2]])
+#! "must be a linear algebra matrix" 1
+kronecker([[1, 2]], [[1; "a"]])
+#! "must be a linear algebra matrix" 2
+kronecker([[1 m, 2]], [[1; 2]])
+#! "matrix unit mismatch" -1
+kronecker([[1, 2]], [[]])
+#! "invalid dimension" -1
+kronecker([[1e200, 1]], [[1e200; 1]])
+#! "floating point exception" 0

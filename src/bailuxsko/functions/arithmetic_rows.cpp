@@ -21,7 +21,6 @@ constexpr Evl::Raise div_raises[] = {
     {msg::divide_by_zero, 2},
     {msg::array_size_mismatch, -1},
     {msg::must_be_linear_algebra_matrix, 1},
-
     {msg::invalid_dimension, -1},
     {msg::singular_matrix, -1},
     {msg::singularity, -1},
@@ -55,8 +54,16 @@ constexpr Evl::Raise sqr_raises[] = {
 };
 
 constexpr Evl::Raise kronecker_raises[] = {
-    {msg::must_be_matrix, 1},           {msg::must_be_matrix, 2},       {msg::must_be_scalar_or_matrix, 1},
-    {msg::must_be_scalar_or_matrix, 2}, {msg::array_size_mismatch, -1},
+    {msg::must_be_matrix, 1},
+    {msg::must_be_matrix, 2},
+    {msg::must_be_scalar_or_matrix, 1},
+    {msg::must_be_scalar_or_matrix, 2},
+    {msg::must_be_linear_algebra_matrix, 1},
+    {msg::must_be_linear_algebra_matrix, 2},
+    {msg::array_size_mismatch, -1},
+    {msg::invalid_dimension, -1},
+    {msg::matrix_unit_mismatch, -1},
+    {msg::floating_point_exception, 0},
 };
 
 constexpr Evl::FunctionRow rows[] = {

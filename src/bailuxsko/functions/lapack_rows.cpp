@@ -17,7 +17,6 @@ constexpr Evl::Raise lsolve_raises[] = {
     {msg::must_be_linear_algebra_matrix, 1},
     {msg::must_be_linear_algebra_matrix, 2},
     {msg::matrix_unit_mismatch, -1},
-    {msg::unit_power_not_representable, -1},
 };
 constexpr Evl::Raise set_raises[] = {{msg::must_be_positive_integer, 1}};
 
