@@ -5,11 +5,11 @@ import numpy as np
 
 
 def entry(value, unit):
-    """A matrix or number in SI units, rows in order; complex elements as [re, im]."""
+    """A matrix or number in SI units, rows in order; complex elements as [re, im]; rows of units where they are mixed."""
     def element(x):
         return [x.real, x.imag] if isinstance(x, complex) else x
     if isinstance(value, np.ndarray):
-        return {"unit": unit, "data": [[element(x) for x in row] for row in value.tolist()]}
+        return {"units" if isinstance(unit, list) else "unit": unit, "data": [[element(x) for x in row] for row in value.tolist()]}
     return {"unit": unit, "number": [complex(value).real, complex(value).imag]}
 
 
