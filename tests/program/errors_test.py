@@ -66,6 +66,19 @@ class Errors(unittest.TestCase):
                    "  t.ws:1 |  1 m + 2 s\n"
                    "         |      ^ unit m beside unit s\n")
 
+    def test_units_of_one_element(self):
+        self.shows("K := [1 N/m, 2 N; 3 N, 4 N*m]\nK - [1 N/m, 2 N; 3 N, 4 m]\nK + 1 N\n"
+                   "[5, K] - [5, [1 N/m, 2 N; 3 N, 4]]\n",
+                   "error: unit mismatch\n"
+                   "  t.ws:2 |  K - [1 N/m, 2 N; 3 N, 4 m]\n"
+                   "         |    ^ row 2, column 2: unit kg*m^2*s^-2 beside unit m\n"
+                   "error: unit mismatch\n"
+                   "  t.ws:3 |  K + 1 N\n"
+                   "         |    ^ row 1, column 1: unit kg*s^-2 beside unit kg*m*s^-2\n"
+                   "error: unit mismatch\n"
+                   "  t.ws:4 |  [5, K] - [5, [1 N/m, 2 N; 3 N, 4]]\n"
+                   "         |         ^ row 1, column 2: unit kg*m^2*s^-2 beside no unit\n")
+
     def test_a_syntax_error(self):
         done = run("eval", "1 +* 2")
         lines = done.stderr.splitlines()

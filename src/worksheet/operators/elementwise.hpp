@@ -8,6 +8,7 @@
 
 #include <concepts>
 #include <cstddef>
+#include <string>
 
 /// Operations on numbers, applied to every element of a matrix; nested arrays are entered, texts are refused. A result
 /// carries an imaginary array exactly when some imaginary part is not zero, or when the operation wants one always.
@@ -118,6 +119,16 @@ inline Qud::Handle operand_at(const Qud::Handle& value, const Qud::MatVal* M, st
     return M != nullptr ? M->element(i, j) : value;
 }
 
+/// The error of element (i, j) says where that is. Of a place inside a nested array only what was found there is kept.
+[[noreturn]] inline void raise_at(std::size_t i, std::size_t j, const Evl::Run::AppException& error)
+{
+    const std::string& found = error.detail();
+    const std::size_t inner = found.rfind(": ");
+    Evl::Run::AppException::Raise(error.message(), error.index(),
+                                  "row " + std::to_string(i + 1) + ", column " + std::to_string(j + 1) + ": " +
+                                      (inner == std::string::npos ? found : found.substr(inner + 2)));
+}
+
 } // namespace detail
 
 /// Number with number, number with every element of a matrix, matrices of one shape element by element.
@@ -157,7 +168,13 @@ Qud::Handle map(const Op& op, const Qud::Handle& a, const Qud::Handle& b)
         result.want_imaginary();
     for (std::size_t j = 0; j < shape.Cols(); ++j)
         for (std::size_t i = 0; i < shape.Rows(); ++i)
-            result.set(i, j, map(op, detail::operand_at(a, A, i, j), detail::operand_at(b, B, i, j)));
+            try {
+                result.set(i, j, map(op, detail::operand_at(a, A, i, j), detail::operand_at(b, B, i, j)));
+            } catch (const Evl::Run::AppException& error) {
+                if (error.detail().empty())
+                    throw;
+                detail::raise_at(i, j, error);
+            }
     return result.finish();
 }
 
