@@ -6,6 +6,7 @@
 #include "bailuxsko/algebra/operations.hpp"
 #include "bailuxsko/inverse.hpp"
 #include "tests/support/failing_arena.hpp"
+#include "tests/support/host_raises.hpp"
 #include "tests/support/values.hpp"
 
 #include <cfenv>
@@ -18,7 +19,6 @@
 namespace {
 
 using Qud::Handle;
-using support::HostError;
 using support::matrix;
 using support::number;
 using support::Raised;
@@ -101,7 +101,7 @@ TEST(Arithmetic, OverflowIsAFaultInsideTheGuardAndAValueOutside)
     const Raised fault{"floating point exception", 0};
     const Handle small = matrix({{1e200, 1e200}});
     const Handle small_column = matrix({{1e200}, {1e200}});
-    EXPECT_EQ(support::host_error_of([&] { Efi::Matrix::mult(small, small_column); }).raised, fault);
+    EXPECT_EQ(support::host_raised_by([&] { Efi::Matrix::mult(small, small_column); }), fault);
     Qud::FreshNumbers numbers = Qud::fresh_numbers(11);
     std::fill_n(numbers.get(), 11, 1e200);
     const Handle row = Qud::MatVal::make(1, 11, numbers);
@@ -131,8 +131,7 @@ TEST(Arithmetic, ProductsOfMatricesThatAreNotPlain)
     builder.set(0, 1, number(1));
     const Handle nested = builder.finish();
     const auto product = [](const Handle& a, const Handle& b) {
-        return support::host_error_of([&] { Efi::EfiMult::ScalarMatrixMult(*Qud::matrix_of(a), *Qud::matrix_of(b)); })
-            .raised;
+        return support::host_raised_by([&] { Efi::EfiMult::ScalarMatrixMult(*Qud::matrix_of(a), *Qud::matrix_of(b)); });
     };
     EXPECT_EQ(product(nested, plain), (Raised{"may not be nested", 1}));
     EXPECT_EQ(product(plain, nested), (Raised{"may not be nested", 2}));
@@ -153,11 +152,11 @@ TEST(Arithmetic, AbsentArgumentsAreOfNoKind)
     const Raised second{"must be a scalar or a matrix", 2};
     const Raised first{"must be a scalar or a matrix", 1};
     for (const auto operation : {&Efi::Matrix::mult, &Efi::Matrix::div, &Efi::Matrix::pwr}) {
-        EXPECT_EQ(support::host_error_of([&] { operation(absent, absent); }).raised, second);
-        EXPECT_EQ(support::host_error_of([&] { operation(number(1), absent); }).raised, second);
-        EXPECT_EQ(support::host_error_of([&] { operation(absent, number(1)); }).raised, first);
+        EXPECT_EQ(support::host_raised_by([&] { operation(absent, absent); }), second);
+        EXPECT_EQ(support::host_raised_by([&] { operation(number(1), absent); }), second);
+        EXPECT_EQ(support::host_raised_by([&] { operation(absent, number(1)); }), first);
     }
-    EXPECT_EQ(support::host_error_of([&] { Efi::Matrix::inv(absent); }).raised, (Raised{"must be scalar matrix", 1}));
+    EXPECT_EQ(support::host_raised_by([&] { Efi::Matrix::inv(absent); }), (Raised{"must be scalar matrix", 1}));
 }
 
 } // namespace

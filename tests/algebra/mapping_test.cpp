@@ -2,6 +2,7 @@
 // matrices and on views, around the lengths where loops and pieces end.
 #include "bailuxsko/algebra/mapping.hpp"
 
+#include "tests/support/host_raises.hpp"
 #include "tests/support/values.hpp"
 
 #include <cmath>
@@ -105,10 +106,10 @@ TEST(Mapping, AZeroAnywhereIsFound)
         std::fill_n(numbers.get(), 3000, 2.0);
         numbers[zero_at] = 0.0;
         const Handle column = Qud::MatVal::make(3000, 1, numbers);
-        const support::HostError error = support::host_error_of([&] {
+        const support::Raised error = support::host_raised_by([&] {
             Efi::mapmatrixMN<Efi::BinaryMappedOp<Right<DivWrap>>>(*Qud::matrix_of(column), Qud::NumVal(1.0, 0.0));
         });
-        EXPECT_EQ(error.raised, (support::Raised{"divide by zero", 2})) << zero_at;
+        EXPECT_EQ(error, (support::Raised{"divide by zero", 2})) << zero_at;
     }
 }
 

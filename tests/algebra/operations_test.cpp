@@ -3,6 +3,7 @@
 
 #include "bailuxhost/error.hpp"
 #include "bailuxhost/options.hpp"
+#include "tests/support/host_raises.hpp"
 #include "tests/support/values.hpp"
 
 #include <cmath>
@@ -78,9 +79,7 @@ TEST(Operations, ZeroDivisorsAskTheOption)
 {
     using support::Raised;
     const Raised expected{"divide by zero", 2};
-    const auto raised = [](auto x, auto y) {
-        return support::host_error_of([&] { (void)DivWrap::apply(x, y); }).raised;
-    };
+    const auto raised = [](auto x, auto y) { return support::host_raised_by([&] { (void)DivWrap::apply(x, y); }); };
     constexpr aComplex zero{0, 0};
     EXPECT_EQ(raised(1.0, 0.0), expected);
     EXPECT_EQ(raised(0.0, -0.0), expected);

@@ -2,6 +2,7 @@
 #include "bailuxsko/construction.hpp"
 
 #include "bailuxhost/matval.hpp"
+#include "tests/support/host_raises.hpp"
 #include "tests/support/values.hpp"
 
 #include <memory>
@@ -13,7 +14,7 @@
 namespace {
 
 using Qud::Handle;
-using support::host_error_of;
+using support::host_raised_by;
 using support::matrix;
 using support::number;
 using support::Raised;
@@ -40,12 +41,12 @@ TEST(Matrix, RefusesWhatNoElementCanBe)
     };
     const Raised expected{"must be string scalar or array", 3};
     const auto raised = [](const Handle& f) {
-        return host_error_of([&] { Efi::Matrix::matrix(number(1), number(1), f); }).raised;
+        return host_raised_by([&] { Efi::Matrix::matrix(number(1), number(1), f); });
     };
     EXPECT_EQ(raised(gives(gives(number(1)))), expected);
     EXPECT_EQ(raised(gives(nullptr)), expected);
     EXPECT_EQ(raised(nullptr), (Raised{"must be a function of 2 variables", 3}));
-    EXPECT_EQ(host_error_of([&] { Efi::Matrix::matrix(nullptr, number(1), nullptr); }).raised,
+    EXPECT_EQ(host_raised_by([&] { Efi::Matrix::matrix(nullptr, number(1), nullptr); }),
               (Raised{"must be positive integer", 1}));
 }
 
@@ -56,8 +57,7 @@ TEST(Matrix, AnAbsurdSizeCallsNothing)
         ++calls;
         return number(0);
     });
-    EXPECT_EQ(host_error_of([&] { Efi::Matrix::matrix(number(2e9), number(2e9), f); }).raised,
-              (Raised{"out of memory", -1}));
+    EXPECT_EQ(host_raised_by([&] { Efi::Matrix::matrix(number(2e9), number(2e9), f); }), (Raised{"out of memory", -1}));
     EXPECT_EQ(calls, 0);
 }
 
@@ -97,8 +97,8 @@ TEST(Joins, AbsentArgumentsAreRefused)
 {
     const Handle values[] = {number(1), nullptr};
     const Raised expected{"must be string scalar or array", 2};
-    EXPECT_EQ(host_error_of([&] { Efi::Matrix::augment(values); }).raised, expected);
-    EXPECT_EQ(host_error_of([&] { Efi::Matrix::stack(values); }).raised, expected);
+    EXPECT_EQ(host_raised_by([&] { Efi::Matrix::augment(values); }), expected);
+    EXPECT_EQ(host_raised_by([&] { Efi::Matrix::stack(values); }), expected);
 }
 
 TEST(Joins, MoreRowsThanARecordCanCount)
@@ -106,7 +106,7 @@ TEST(Joins, MoreRowsThanARecordCanCount)
     // Views of one element, 2^31 rows high in their record only: nothing is read before the size is refused.
     const Handle tall = Qud::MatVal::make(1U << 31, 1, Qud::fresh_numbers(1));
     const Handle values[] = {tall, tall};
-    EXPECT_EQ(host_error_of([&] { Efi::Matrix::stack(values); }).raised, (Raised{"out of memory", -1}));
+    EXPECT_EQ(host_raised_by([&] { Efi::Matrix::stack(values); }), (Raised{"out of memory", -1}));
 }
 
 } // namespace

@@ -2,18 +2,18 @@
 
 #include "bailuxhost/error.hpp"
 #include "bailuxhost/matval.hpp"
-#include "efiutl/arena_testing.hpp"
+#include "tests/support/failing_arena.hpp"
+#include "tests/support/values.hpp"
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <string>
 #include <thread>
 #include <vector>
 
 namespace {
 
 using Qud::Handle;
+using support::bits;
 
 /// n by n numbers without pattern, the same every time; complex when asked for.
 Handle scattered(std::uint32_t n, bool complex)
@@ -35,37 +35,16 @@ Handle scattered(std::uint32_t n, bool complex)
     return Qud::MatVal::make(n, n, real, complex ? numbers() : nullptr);
 }
 
-std::string bits(const Handle& value)
-{
-    const Qud::MatVal& M = *Qud::matrix_of(value);
-    const std::size_t bytes = M.count() * sizeof(double);
-    std::string result(reinterpret_cast<const char*>(M.m_rarr.get()), bytes);
-    if (M.HasImag())
-        result.append(reinterpret_cast<const char*>(M.m_iarr.get()), bytes);
-    return result;
-}
-
 TEST(LuEntry, AnArenaThatFailsAtAnyRequestGivesOutOfMemoryAndLeavesNothing)
 {
     for (const bool complex : {false, true}) {
         for (const std::uint32_t n : {3U, 200U}) {
             const Handle A = scattered(n, complex);
-            const std::string before = bits(A);
-            const std::string expected = bits(Efi::Matrix::lu(A));
-            std::size_t k = 1;
-            for (bool failed = true; failed; ++k) {
-                ASSERT_LT(k, 1000U);
-                const Efi::FailArenaAt fail(k);
-                try {
-                    EXPECT_EQ(bits(Efi::Matrix::lu(A)), expected);
-                    failed = false;
-                } catch (const Evl::Run::AppException& error) {
-                    EXPECT_EQ(error.message(), "out of memory");
-                    EXPECT_EQ(error.index(), -1);
-                }
-                EXPECT_EQ(Efi::live_arenas(), (Efi::LiveArenas{0, 0})) << "request " << k;
-            }
-            EXPECT_GT(k, 4U) << "a call makes several requests";
+            const std::vector<std::uint64_t> before = bits(A);
+            const std::vector<std::uint64_t> expected = bits(Efi::Matrix::lu(A));
+            const std::size_t requests = support::fails_at_every_request<Evl::Run::AppException>(
+                [&] { EXPECT_EQ(bits(Efi::Matrix::lu(A)), expected); });
+            EXPECT_GT(requests, 4U) << "a call makes several requests";
             EXPECT_EQ(bits(A), before) << "the argument is not written to";
         }
     }
@@ -75,8 +54,8 @@ TEST(LuEntryThreads, EightThreadsOnOneValueGetTheSameBits)
 {
     const Handle real = scattered(70, false);
     const Handle complex = scattered(40, true);
-    const std::string expected_real = bits(Efi::Matrix::lu(real));
-    const std::string expected_complex = bits(Efi::Matrix::lu(complex));
+    const std::vector<std::uint64_t> expected_real = bits(Efi::Matrix::lu(real));
+    const std::vector<std::uint64_t> expected_complex = bits(Efi::Matrix::lu(complex));
     std::vector<int> same(8, 0);
     std::vector<std::thread> threads;
     for (int& count : same) {

@@ -1,7 +1,7 @@
 #include "bailuxhost/dim.hpp"
 
 #include "tests/host/generated.hpp"
-#include "tests/host/host_error.hpp"
+#include "tests/support/host_raises.hpp"
 
 #include <cmath>
 #include <limits>
@@ -9,10 +9,9 @@
 
 namespace {
 
-using host::detail_of;
-using host::error_of;
-using host::HostError;
 using Qud::Dim;
+using support::host_raised_by;
+using support::Raised;
 
 const Dim kg{Dim::Base::mass};
 const Dim m{Dim::Base::length};
@@ -23,7 +22,7 @@ constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 constexpr std::int32_t largest = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t smallest = std::numeric_limits<std::int32_t>::min();
 
-const HostError not_representable{.message = "unit power not representable", .index = -1};
+const Raised not_representable{.message = "unit power not representable", .index = -1};
 
 Dim length_to(std::int32_t sixty_thousandths)
 {
@@ -71,7 +70,8 @@ TEST(Dim, RefusesWhatIsNoUnit)
     for (const char* const text : {"", "V", "V{", "V{Length}", "V{Length 60000", "V{Length 60000} x", "V{length 60000}",
                                    "V{Length 1.5}", "V{Length 60000,}", "V{Length 60000 Time 60000}",
                                    "V{Length 60000, Length 60000}", "V{Length 2147483648}", "m"})
-        EXPECT_EQ(error_of([&] { Dim::Parse(text); }), (HostError{.message = "invalid argument", .index = -1})) << text;
+        EXPECT_EQ(host_raised_by([&] { Dim::Parse(text); }), (Raised{.message = "invalid argument", .index = -1}))
+            << text;
 }
 
 TEST(Dim, PowersRoundToTheNearest60000th)
@@ -108,14 +108,14 @@ TEST(Dim, RefusesPowersThatAreNoUnit)
 {
     for (const double exponent : {inf, -inf, NaN, 1e300, -1e300, 35792.0, 1 / 7.0, std::sqrt(2.0), 0.5 + 2.5e-11,
                                   std::numeric_limits<double>::denorm_min() + 1 / 120000.0, 1e-9})
-        EXPECT_EQ(error_of([&] { Dim::Pwr(m, exponent); }), not_representable) << exponent;
-    EXPECT_EQ(error_of([] { Dim::Pwr(length_to(1), 2147483648.0); }), not_representable);
-    EXPECT_EQ(error_of([] { Dim::Pwr(length_to(smallest), -1.0); }), not_representable);
-    EXPECT_EQ(error_of([] { Dim::Pwr(m, 2.0, 1e-300); }), not_representable);
-    EXPECT_EQ(error_of([] { Dim::Pwr(m, 2.0, NaN); }), not_representable);
+        EXPECT_EQ(host_raised_by([&] { Dim::Pwr(m, exponent); }), not_representable) << exponent;
+    EXPECT_EQ(host_raised_by([] { Dim::Pwr(length_to(1), 2147483648.0); }), not_representable);
+    EXPECT_EQ(host_raised_by([] { Dim::Pwr(length_to(smallest), -1.0); }), not_representable);
+    EXPECT_EQ(host_raised_by([] { Dim::Pwr(m, 2.0, 1e-300); }), not_representable);
+    EXPECT_EQ(host_raised_by([] { Dim::Pwr(m, 2.0, NaN); }), not_representable);
     EXPECT_EQ(Dim::Pwr(m, 2.0, -0.0), length_to(120000));
-    EXPECT_EQ(detail_of([] { Dim::Pwr(m, 0.7000001); }), "m to the power 0.7000001");
-    EXPECT_EQ(detail_of([] { Dim::Pwr(m, 1.0, -2.5); }), "m to the power 1-2.5i");
+    EXPECT_EQ(host_raised_by([] { Dim::Pwr(m, 0.7000001); }).detail, "m to the power 0.7000001");
+    EXPECT_EQ(host_raised_by([] { Dim::Pwr(m, 1.0, -2.5); }).detail, "m to the power 1-2.5i");
 }
 
 TEST(Dim, WithoutAUnitAnyExponentGoes)
@@ -129,21 +129,21 @@ TEST(Dim, ExponentsBeyond32BitsAreRefused)
 {
     EXPECT_EQ(Dim::Mult(length_to(largest), length_to(smallest)), length_to(-1));
     EXPECT_EQ(Dim::Div(length_to(-1), length_to(largest)), length_to(smallest));
-    EXPECT_EQ(error_of([] { Dim::Mult(length_to(largest), length_to(1)); }), not_representable);
-    EXPECT_EQ(error_of([] { Dim::Div(length_to(smallest), length_to(1)); }), not_representable);
-    EXPECT_EQ(error_of([] { Dim::Div(Dim::identity, length_to(smallest)); }), not_representable);
+    EXPECT_EQ(host_raised_by([] { Dim::Mult(length_to(largest), length_to(1)); }), not_representable);
+    EXPECT_EQ(host_raised_by([] { Dim::Div(length_to(smallest), length_to(1)); }), not_representable);
+    EXPECT_EQ(host_raised_by([] { Dim::Div(Dim::identity, length_to(smallest)); }), not_representable);
 }
 
 TEST(Dim, AgreementIsChecked)
 {
     EXPECT_EQ(Dim::Eq(m, m, 2), m);
-    EXPECT_EQ(error_of([] { Dim::Eq(m, s, 2); }), (HostError{.message = "unit mismatch", .index = 2}));
-    EXPECT_EQ(detail_of([] { Dim::Eq(m, Dim::identity, 2); }), "unit m beside no unit");
+    EXPECT_EQ(host_raised_by([] { Dim::Eq(m, s, 2); }), (Raised{.message = "unit mismatch", .index = 2}));
+    EXPECT_EQ(host_raised_by([] { Dim::Eq(m, Dim::identity, 2); }).detail, "unit m beside no unit");
     EXPECT_TRUE(Dim::Eq_b(m, m));
     EXPECT_FALSE(Dim::Eq_b(m, Dim::identity));
     EXPECT_EQ(Dim::Id(Dim::identity, 1), Dim::identity);
-    EXPECT_EQ(error_of([] { Dim::Id(kg, 3); }), (HostError{.message = "must be dimless", .index = 3}));
-    EXPECT_EQ(detail_of([] { Dim::Id(kg, 3); }), "found unit kg");
+    EXPECT_EQ(host_raised_by([] { Dim::Id(kg, 3); }), (Raised{.message = "must be dimless", .index = 3}));
+    EXPECT_EQ(host_raised_by([] { Dim::Id(kg, 3); }).detail, "found unit kg");
 }
 
 TEST(Dim, AMarkerIsNoUnitAndIsHandedOn)
@@ -155,8 +155,8 @@ TEST(Dim, AMarkerIsNoUnitAndIsHandedOn)
         EXPECT_EQ(Dim::Mult(marker, m), marker);
         EXPECT_EQ(Dim::Mult(m, marker), marker);
         EXPECT_EQ(Dim::Div(m, marker), marker);
-        EXPECT_EQ(error_of([&] { Dim::Id(marker, 1); }).message, "must be dimless");
-        EXPECT_EQ(error_of([&] { Dim::Eq(marker, Dim::identity, 1); }).message, "unit mismatch");
+        EXPECT_EQ(host_raised_by([&] { Dim::Id(marker, 1); }).message, "must be dimless");
+        EXPECT_EQ(host_raised_by([&] { Dim::Eq(marker, Dim::identity, 1); }).message, "unit mismatch");
     }
     EXPECT_NE(Dim::mixed_matrix_dim, Dim::string_dim);
     EXPECT_EQ(Dim::Mult(Dim::string_dim, Dim::mixed_matrix_dim), Dim::string_dim);

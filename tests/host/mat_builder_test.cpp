@@ -1,7 +1,7 @@
 #include "bailuxhost/matval.hpp"
 
-#include "tests/host/host_error.hpp"
 #include "tests/host/matrices.hpp"
+#include "tests/support/host_raises.hpp"
 
 #include <limits>
 #include <new>
@@ -13,8 +13,6 @@ using host::as_matrix;
 using host::cell;
 using host::Cell;
 using host::cells;
-using host::error_of;
-using host::HostError;
 using host::number_cell;
 using host::numbered;
 using Qud::Dim;
@@ -23,6 +21,8 @@ using Qud::Handle;
 using Qud::MatBuilder;
 using Qud::MatVal;
 using Qud::StrVal;
+using support::host_raised_by;
+using support::Raised;
 
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 
@@ -96,9 +96,9 @@ TEST(MatBuilder, FunctionsAreNoElements)
     const Handle function =
         std::make_shared<const Qud::FunVal>("f", 1, 1, [](std::span<const Handle> x) { return x[0]; });
     MatBuilder builder(1, 1);
-    const HostError refused{.message = "must be string scalar or array", .index = 3};
-    EXPECT_EQ(error_of([&] { builder.set(0, 0, function, 3); }), refused);
-    EXPECT_EQ(error_of([&] { builder.set(0, 0, nullptr, 3); }), refused);
+    const Raised refused{.message = "must be string scalar or array", .index = 3};
+    EXPECT_EQ(host_raised_by([&] { builder.set(0, 0, function, 3); }), refused);
+    EXPECT_EQ(host_raised_by([&] { builder.set(0, 0, nullptr, 3); }), refused);
 }
 
 TEST(MatBuilder, AnElementThatIsLeftOutIsZero)

@@ -1,7 +1,7 @@
 #include "bailuxhost/matdim.hpp"
 
 #include "tests/host/generated.hpp"
-#include "tests/host/host_error.hpp"
+#include "tests/support/host_raises.hpp"
 
 #include <limits>
 
@@ -147,9 +147,9 @@ TEST(MatDim, AMatrixThatIsNotSquareHasNoPower)
 TEST(MatDim, ExponentsBeyond32BitsAreRefused)
 {
     const MatDim pattern = pattern_of(2, 2, std::vector<Dim>(4, m)).value();
-    const host::HostError refused{.message = "unit power not representable", .index = -1};
-    EXPECT_EQ(host::error_of([&] { MatDim::Pwr(pattern, 40000.0); }), refused);
-    EXPECT_EQ(host::error_of([&] { MatDim::Pwr(pattern, 1e300); }), refused);
+    const support::Raised refused{.message = "unit power not representable", .index = -1};
+    EXPECT_EQ(support::host_raised_by([&] { MatDim::Pwr(pattern, 40000.0); }), refused);
+    EXPECT_EQ(support::host_raised_by([&] { MatDim::Pwr(pattern, 1e300); }), refused);
 }
 
 TEST(MatDim, ProductsThatAreNumbers)

@@ -1,7 +1,7 @@
 #include "bailuxhost/power.hpp"
 
 #include "tests/host/generated.hpp"
-#include "tests/host/host_error.hpp"
+#include "tests/support/host_raises.hpp"
 
 #include <bit>
 #include <cmath>
@@ -11,11 +11,11 @@
 
 namespace {
 
-using host::error_of;
-using host::HostError;
 using Qud::Dim;
 using Qud::NumVal;
 using Qud::qupwr;
+using support::host_raised_by;
+using support::Raised;
 
 constexpr double inf = std::numeric_limits<double>::infinity();
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
@@ -108,11 +108,11 @@ TEST(Power, OfZero)
         {{0, 0}, {0, 1}, {NaN, NaN}},
         {{0, 0}, {NaN, 0}, {NaN, 0}},
     });
-    const HostError divide_by_zero{.message = "divide by zero", .index = 2};
+    const Raised divide_by_zero{.message = "divide by zero", .index = 2};
     for (const double zero : {0.0, -0.0})
         for (const double y : {-1.0, -2.0, -0.5, -inf, -denormal})
             for (const double im : {0.0, -0.0, 1.0})
-                EXPECT_EQ(error_of([&] { qupwr(aComplex{zero, -zero}, aComplex{y, im}); }), divide_by_zero) << y;
+                EXPECT_EQ(host_raised_by([&] { qupwr(aComplex{zero, -zero}, aComplex{y, im}); }), divide_by_zero) << y;
 }
 
 TEST(Power, InfinitiesAndNaNAreThoseOfIeeePow)
@@ -196,14 +196,14 @@ TEST(Power, UnitsFollowTheExponent)
 
 TEST(Power, ErrorsOfTheNumberComeBeforeTheUnits)
 {
-    const HostError not_representable{.message = "unit power not representable", .index = -1};
-    EXPECT_EQ(error_of([] { qupwr(NumVal(2.0, 0.0, m), NumVal(1.0, 0.0, s)); }),
-              (HostError{.message = "must be dimless", .index = 2}));
-    EXPECT_EQ(error_of([] { qupwr(NumVal(0.0, 0.0, m), NumVal(-inf, 0.0)); }),
-              (HostError{.message = "divide by zero", .index = 2}));
+    const Raised not_representable{.message = "unit power not representable", .index = -1};
+    EXPECT_EQ(host_raised_by([] { qupwr(NumVal(2.0, 0.0, m), NumVal(1.0, 0.0, s)); }),
+              (Raised{.message = "must be dimless", .index = 2}));
+    EXPECT_EQ(host_raised_by([] { qupwr(NumVal(0.0, 0.0, m), NumVal(-inf, 0.0)); }),
+              (Raised{.message = "divide by zero", .index = 2}));
     for (const double exponent : {inf, NaN, 0.7000001, 1e9})
-        EXPECT_EQ(error_of([&] { qupwr(NumVal(2.0, 0.0, m), NumVal(exponent, 0.0)); }), not_representable);
-    EXPECT_EQ(error_of([] { qupwr(NumVal(2.0, 0.0, m), NumVal(2.0, 1.0)); }), not_representable);
+        EXPECT_EQ(host_raised_by([&] { qupwr(NumVal(2.0, 0.0, m), NumVal(exponent, 0.0)); }), not_representable);
+    EXPECT_EQ(host_raised_by([] { qupwr(NumVal(2.0, 0.0, m), NumVal(2.0, 1.0)); }), not_representable);
 }
 
 RC_GTEST_PROP(PowerLaws, WholePowersOfWholeNumbersAreExact, ())

@@ -2,8 +2,8 @@
 
 #include "bailuxhost/marshal.hpp"
 #include "bailuxhost/options.hpp"
-#include "tests/host/host_error.hpp"
 #include "tests/host/matrices.hpp"
+#include "tests/support/host_raises.hpp"
 
 #include <limits>
 #include <thread>
@@ -13,8 +13,6 @@ namespace {
 using host::as_matrix;
 using host::Cell;
 using host::cells;
-using host::error_of;
-using host::HostError;
 using host::number_cell;
 using host::numbered;
 using Qud::Dim;
@@ -22,6 +20,8 @@ using Qud::DimVal;
 using Qud::Handle;
 using Qud::NumVal;
 using Qud::StrVal;
+using support::host_raised_by;
+using support::Raised;
 
 const Dim none;
 const Dim m{Dim::Base::length};
@@ -66,21 +66,21 @@ TEST(Value, WholeNumbersAreRealFiniteAndWhole)
 TEST(Value, ARealPartIsAskedForWithAMessage)
 {
     EXPECT_EQ(DimVal::asReal(NumVal::make(2.5, -0.0, m), "must be real", 1), 2.5);
-    const HostError refused{.message = "must be real", .index = 4};
+    const Raised refused{.message = "must be real", .index = 4};
     for (const Handle& other : {NumVal::make(1.0, 1.0), StrVal::make("1"), numbered(1, 1), Handle()})
-        EXPECT_EQ(error_of([&] { DimVal::asReal(other, "must be real", 4); }), refused);
+        EXPECT_EQ(host_raised_by([&] { DimVal::asReal(other, "must be real", 4); }), refused);
 }
 
 TEST(Value, ARealMatrixIsOfPlainNumbersOfOneUnit)
 {
     const Handle real = numbered(2, 2, m);
     EXPECT_EQ(&DimVal::asRealMatrix(real, 1), real.get());
-    const HostError refused{.message = "must be real matrix", .index = 2};
+    const Raised refused{.message = "must be real matrix", .index = 2};
     Qud::MatBuilder text(1, 1);
     text.set(0, 0, StrVal::make("a"));
     for (const Handle& other :
          {numbered(1, 1, m, true), host::matrix_of_units(1, 2, {m, s}), text.finish(), NumVal::make(1.0), Handle()})
-        EXPECT_EQ(error_of([&] { DimVal::asRealMatrix(other, 2); }), refused);
+        EXPECT_EQ(host_raised_by([&] { DimVal::asRealMatrix(other, 2); }), refused);
 }
 
 TEST(Value, FunctionsTakeACountOfArguments)
@@ -89,10 +89,10 @@ TEST(Value, FunctionsTakeACountOfArguments)
     EXPECT_TRUE(two.takes(2));
     EXPECT_FALSE(two.takes(1));
     EXPECT_TRUE(Qud::FunVal("g", 1, Qud::FunVal::any_count, nullptr).takes(1000));
-    const HostError refused{.message = "must be a function of 2 variables", .index = 3};
+    const Raised refused{.message = "must be a function of 2 variables", .index = 3};
     const Handle one = std::make_shared<const Qud::FunVal>("h", 1, 1, nullptr);
     for (const Handle& other : {one, NumVal::make(1.0), Handle()})
-        EXPECT_EQ(error_of([&] { Qud::FunVal::asFunctionN(other, 2, 3); }), refused);
+        EXPECT_EQ(host_raised_by([&] { Qud::FunVal::asFunctionN(other, 2, 3); }), refused);
 }
 
 TEST(Marshal, MatricesAreCopiedOutOfTheArena)

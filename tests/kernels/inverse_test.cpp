@@ -1,9 +1,10 @@
 // The inverse: the bits and faults of the plain loops at every instruction level, refusals on records, memory.
 #include "bailuxsko/kernels/inverse.hpp"
-#include "bailuxsko/kernels/levels.hpp"
 
 #include "tests/kernels/plain/inverse.hpp"
 #include "tests/support/failing_arena.hpp"
+#include "tests/support/kinds.hpp"
+#include "tests/support/levels.hpp"
 #include "tests/support/matrix.hpp"
 #include "tests/support/raises.hpp"
 
@@ -18,46 +19,13 @@
 
 namespace {
 
+using support::draw;
+using support::Kind;
+using support::kinds;
 using support::Matrix;
 using support::Raised;
-using Random = std::mt19937_64;
-
-double uniform(Random& random)
-{
-    return std::uniform_real_distribution<double>(-1.0, 1.0)(random);
-}
-
-struct Kind {
-    const char* name;
-    double (*element)(Random&);
-};
-const Kind kinds[] = {
-    {.name = "uniform", .element = uniform},
-    {.name = "small integers, with ties and exact zeros",
-     .element = [](Random& random) -> double { return std::uniform_int_distribution<int>(-2, 2)(random); }},
-    {.name = "signed zeros",
-     .element = [](Random& random) { return random() % 3 == 0   ? uniform(random)
-                                            : random() % 2 == 0 ? 0.0
-                                                                : -0.0; }},
-    {.name = "far apart, with overflow",
-     .element = [](Random& random) { return std::ldexp(uniform(random), static_cast<int>(random() % 1400) - 700); }},
-    {.name = "an infinity here and there",
-     .element = [](Random& random) { return random() % 37 == 0 ? HUGE_VAL : uniform(random); }},
-};
-
-Matrix draw(const Kind& kind, std::uint32_t n, std::uint32_t ld, bool with_imaginary, Random& random)
-{
-    Matrix A(n, n, ld);
-    if (with_imaginary)
-        A.make_complex();
-    for (std::uint32_t j = 0; j < n; ++j)
-        for (std::uint32_t i = 0; i < n; ++i) {
-            A.re(i, j) = kind.element(random);
-            if (with_imaginary)
-                A.im(i, j) = kind.element(random);
-        }
-    return A;
-}
+using support::Random;
+using support::uniform;
 
 /// What the guard lets a worksheet see: an error, a fault, or the bits.
 struct Outcome {
@@ -90,16 +58,8 @@ Outcome outcome(Inverse inverse, Matrix A, bool strict)
     return result;
 }
 
-class InverseBits : public testing::TestWithParam<native::Level> {
+class InverseBits : public support::AtLevel {
 protected:
-    void SetUp() override
-    {
-        if (GetParam() > native::highest_level())
-            GTEST_SKIP() << "this processor does not have the level";
-        native::kernel_level = GetParam();
-    }
-    void TearDown() override { native::kernel_level = native::highest_level(); }
-
     static void expect_plain(Inverse fast, Inverse plain, bool with_imaginary, std::uint32_t largest)
     {
         Random random(20240611);

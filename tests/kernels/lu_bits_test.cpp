@@ -1,9 +1,10 @@
 // The factorisations give the bits, the pivots, the refusals and the floating-point flags of the plain loops, at every
 // instruction level.
-#include "bailuxsko/kernels/levels.hpp"
 #include "bailuxsko/kernels/lu.hpp"
 
 #include "tests/kernels/plain/lu.hpp"
+#include "tests/support/kinds.hpp"
+#include "tests/support/levels.hpp"
 #include "tests/support/matrix.hpp"
 #include "tests/support/raises.hpp"
 
@@ -21,56 +22,12 @@ namespace {
 
 using support::Matrix;
 
-constexpr double inf = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
-using Random = std::mt19937_64;
-
-double uniform(Random& random)
-{
-    return std::uniform_real_distribution<double>(-1.0, 1.0)(random);
-}
-
-double small_integer(Random& random)
-{
-    return std::uniform_int_distribution<int>(-2, 2)(random);
-}
-
-/// Kinds of elements; each draws one.
-struct Kind {
-    const char* name;
-    double (*element)(Random&);
-};
-const Kind kinds[] = {
-    {.name = "uniform", .element = uniform},
-    {.name = "small integers, with ties and exact zeros", .element = small_integer},
-    {.name = "signed zeros",
-     .element = [](Random& random) { return random() % 3 == 0   ? uniform(random)
-                                            : random() % 2 == 0 ? 0.0
-                                                                : -0.0; }},
-    {.name = "far apart, with overflow",
-     .element = [](Random& random) { return std::ldexp(uniform(random), static_cast<int>(random() % 2040) - 1020); }},
-    {.name = "tiny, with underflow",
-     .element = [](Random& random) { return std::ldexp(uniform(random), -1000 - static_cast<int>(random() % 74)); }},
-    {.name = "an infinity here and there",
-     .element = [](Random& random) { return random() % 37 == 0 ? inf : small_integer(random); }},
-    {.name = "a NaN here and there",
-     .element = [](Random& random) { return random() % 61 == 0 ? nan : uniform(random); }},
-};
-
-Matrix draw(const Kind& kind, std::uint32_t n, std::uint32_t ld, bool with_imaginary, Random& random)
-{
-    Matrix A(n, n, ld);
-    if (with_imaginary)
-        A.make_complex();
-    for (std::uint32_t j = 0; j < n; ++j)
-        for (std::uint32_t i = 0; i < n; ++i) {
-            A.re(i, j) = kind.element(random);
-            if (with_imaginary)
-                A.im(i, j) = kind.element(random);
-        }
-    return A;
-}
+using support::draw;
+using support::Kind;
+using support::kinds;
+using support::Random;
 
 /// All that a factorisation shows. Which of two NaNs an operation hands on is up to the compiler's order of operands,
 /// so all NaNs count as one.
@@ -113,16 +70,8 @@ Outcome outcome(Factorisation factorise, Matrix A, bool strict)
     return result;
 }
 
-class LuBits : public testing::TestWithParam<native::Level> {
+class LuBits : public support::AtLevel {
 protected:
-    void SetUp() override
-    {
-        if (GetParam() > native::highest_level())
-            GTEST_SKIP() << "this processor does not have the level";
-        native::kernel_level = GetParam();
-    }
-    void TearDown() override { native::kernel_level = native::highest_level(); }
-
     /// Small matrices many times, large ones once for each kind; their sizes lie around the edges of vectors and
     /// blocks.
     static void expect_plain(Factorisation fast, Factorisation plain, bool with_imaginary, std::uint32_t largest)

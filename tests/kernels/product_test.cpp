@@ -1,11 +1,11 @@
 // Products, powers and identity matrices on records: values and bits, tagged results, refusals, memory.
 #include "bailuxsko/kernels/identity.hpp"
-#include "bailuxsko/kernels/levels.hpp"
 #include "bailuxsko/kernels/matrix_power.hpp"
 #include "bailuxsko/kernels/product.hpp"
 #include "bailuxsko/kernels/small_product.hpp"
 
 #include "tests/support/failing_arena.hpp"
+#include "tests/support/levels.hpp"
 #include "tests/support/matrix.hpp"
 #include "tests/support/raises.hpp"
 
@@ -84,16 +84,7 @@ std::vector<std::uint64_t> bits(const std::vector<double>& values)
     return all;
 }
 
-class ProductBits : public testing::TestWithParam<native::Level> {
-protected:
-    void SetUp() override
-    {
-        if (GetParam() > native::highest_level())
-            GTEST_SKIP() << "this processor does not have the level";
-        native::kernel_level = GetParam();
-    }
-    void TearDown() override { native::kernel_level = native::highest_level(); }
-};
+class ProductBits : public support::AtLevel {};
 
 TEST_P(ProductBits, AreThoseOfThePlainSums)
 {

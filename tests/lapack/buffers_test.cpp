@@ -13,10 +13,10 @@ namespace {
 
 using lapack::mkl_auto_ptr;
 using support::host_raised_by;
-using support::HostRaised;
+using support::Raised;
 using Complex16 = std::complex<double>;
 
-const HostRaised out_of_memory{.message = "out of memory", .index = -1, .detail = ""};
+const Raised out_of_memory{.message = "out of memory", .index = -1, .detail = ""};
 constexpr std::uint64_t two_GiB = std::uint64_t{1} << 31;
 
 /// Requests and releases seen by the provider.

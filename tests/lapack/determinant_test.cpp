@@ -10,7 +10,7 @@ using matrices::Complex;
 using matrices::Dense;
 using Qud::Handle;
 using support::host_raised_by;
-using support::HostRaised;
+using support::Raised;
 
 Complex determinant(const Handle& A)
 {
@@ -90,8 +90,8 @@ TEST(Determinant, TakesNaNAsItIs)
 
 TEST(Determinant, RefusesWhatIsNotSquareOrEmpty)
 {
-    EXPECT_EQ(host_raised_by([] { determinant(Qud::MatVal::empty()); }), (HostRaised{"invalid dimension", -1, ""}));
-    EXPECT_EQ(host_raised_by([] { determinant(matrices::real({{1, 2}})); }), (HostRaised{"must be square", -1, ""}));
+    EXPECT_EQ(host_raised_by([] { determinant(Qud::MatVal::empty()); }), (Raised{"invalid dimension", -1, ""}));
+    EXPECT_EQ(host_raised_by([] { determinant(matrices::real({{1, 2}})); }), (Raised{"must be square", -1, ""}));
 }
 
 } // namespace

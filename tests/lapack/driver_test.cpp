@@ -18,7 +18,7 @@ namespace {
 using lapack::Routines;
 using Qud::Handle;
 using support::host_raised_by;
-using support::HostRaised;
+using support::Raised;
 
 using OneMatrix = Handle (*)(EfiCallContext*, const Qud::MatVal&);
 using TwoMatrices = Handle (*)(EfiCallContext*, const Qud::MatVal&, const Qud::MatVal&);
@@ -154,11 +154,11 @@ TEST_F(Drivers, FailAtEveryRequestForMemoryAndLoseNothing)
             ASSERT_LT(request, 100);
             Log::calls.clear();
             Log::requests_until_failure = request;
-            const HostRaised raised = host_raised_by([&] { driver.run(); });
+            const Raised raised = host_raised_by([&] { driver.run(); });
             expect_services_in_order(driver.name);
             if (raised.message.empty())
                 break;
-            EXPECT_EQ(raised, (HostRaised{"out of memory", -1, ""})) << driver.name << ", request " << request;
+            EXPECT_EQ(raised, (Raised{"out of memory", -1, ""})) << driver.name << ", request " << request;
             EXPECT_EQ(count('+'), request) << driver.name;
         }
         EXPECT_EQ(count('+'), request) << driver.name;
@@ -201,18 +201,18 @@ struct Refusal<Verdict, void (*)(Parameters...)> {
 
 /// The error of a driver while one routine answers with a verdict other than 0.
 template <auto Member, int Verdict>
-HostRaised refused(TwoMatrices two, OneMatrix one, const Handle& A, const Handle& B = nullptr)
+Raised refused(TwoMatrices two, OneMatrix one, const Handle& A, const Handle& B = nullptr)
 {
     using Pointer = std::remove_cvref_t<decltype(std::declval<Routines&>().*Member)>;
     const Replaced<Member> stub(&Refusal<Verdict, Pointer>::routine);
     Log::calls.clear();
-    const HostRaised raised = host_raised_by([&] { Driver{"", one, two, A, B}.run(); });
+    const Raised raised = host_raised_by([&] { Driver{"", one, two, A, B}.run(); });
     expect_services_in_order("refused");
     return raised;
 }
 
 template <auto Member>
-void expect_refusal(TwoMatrices two, OneMatrix one, const Handle& A, const Handle& B, const HostRaised& expected)
+void expect_refusal(TwoMatrices two, OneMatrix one, const Handle& A, const Handle& B, const Raised& expected)
 {
     EXPECT_EQ((refused<Member, 1>(two, one, A, B)), expected);
     EXPECT_EQ((refused<Member, -3>(two, one, A, B)), expected);
@@ -220,9 +220,9 @@ void expect_refusal(TwoMatrices two, OneMatrix one, const Handle& A, const Handl
 
 TEST_F(Drivers, TurnEveryInfoIntoAMessage)
 {
-    const HostRaised not_converging{"not converging", -1, ""};
-    const HostRaised singularity{"singularity", -1, ""};
-    const HostRaised nothing;
+    const Raised not_converging{"not converging", -1, ""};
+    const Raised singularity{"singularity", -1, ""};
+    const Raised nothing;
     const Handle A = matrices::random_real(4, 4, 1);
     const Handle S = matrices::random_symmetric(4, 1);
     const Handle Z = matrices::random_complex(4, 4, 1);

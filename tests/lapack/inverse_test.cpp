@@ -11,11 +11,11 @@ using matrices::Dense;
 using Qud::Handle;
 using Qud::matrix_of;
 using support::host_raised_by;
-using support::HostRaised;
+using support::Raised;
 
 using Inverse = Handle (*)(EfiCallContext*, const Qud::MatVal&);
 
-const HostRaised singularity{.message = "singularity", .index = -1, .detail = ""};
+const Raised singularity{.message = "singularity", .index = -1, .detail = ""};
 
 Handle inverse(Inverse driver, const Handle& A)
 {
@@ -112,11 +112,11 @@ TEST(Inverse, RefusesWhatIsNotSquareOrEmpty)
 {
     for (const Inverse driver : {lapack::dinv, lapack::dsinv, lapack::zinv}) {
         EXPECT_EQ(host_raised_by([&] { inverse(driver, Qud::MatVal::empty()); }),
-                  (HostRaised{"invalid dimension", -1, ""}));
+                  (Raised{"invalid dimension", -1, ""}));
         EXPECT_EQ(host_raised_by([&] {
                       inverse(driver, matrices::real({{1, 2}}));
                   }),
-                  (HostRaised{"must be square", -1, ""}));
+                  (Raised{"must be square", -1, ""}));
     }
 }
 

@@ -13,7 +13,7 @@ using Efi::IntelMKL::lsolve;
 using Qud::Handle;
 using Qud::matrix_of;
 using support::host_raised_by;
-using support::HostRaised;
+using support::Raised;
 
 const Qud::Dim m(Qud::Dim::Base::length);
 const Qud::Dim s(Qud::Dim::Base::time);
@@ -24,7 +24,7 @@ Handle with_units(const Handle& matrix, std::vector<Qud::Dim> units)
     return matrix_of(matrix)->with_units(Qud::Units(std::make_shared<const std::vector<Qud::Dim>>(std::move(units))));
 }
 
-HostRaised raised(const Handle& A, const Handle& B)
+Raised raised(const Handle& A, const Handle& B)
 {
     return host_raised_by([&] { lsolve(A, B); });
 }
@@ -33,16 +33,16 @@ TEST(Lsolve, WantsMatrices)
 {
     const Handle M = matrices::real({{1}});
     for (const Handle& other : {Handle(), Qud::NumVal::make(1.0), Qud::StrVal::make("text")}) {
-        EXPECT_EQ(raised(other, M), (HostRaised{"must be matrix", 1, ""}));
-        EXPECT_EQ(raised(M, other), (HostRaised{"must be matrix", 2, ""}));
-        EXPECT_EQ(raised(other, other), (HostRaised{"must be matrix", 1, ""}));
+        EXPECT_EQ(raised(other, M), (Raised{"must be matrix", 1, ""}));
+        EXPECT_EQ(raised(M, other), (Raised{"must be matrix", 2, ""}));
+        EXPECT_EQ(raised(other, other), (Raised{"must be matrix", 1, ""}));
     }
 }
 
 TEST(Lsolve, TheDetailNamesTheRowsThatDiffer)
 {
-    const HostRaised error = raised(matrices::real({{1}}), matrices::real({{1}, {2}}));
-    EXPECT_EQ(error, (HostRaised{"array size mismatch", -1, ""}));
+    const Raised error = raised(matrices::real({{1}}), matrices::real({{1}, {2}}));
+    EXPECT_EQ(error, (Raised{"array size mismatch", -1, ""}));
     EXPECT_EQ(error.detail, "A has 1 rows, B has 2");
 }
 
@@ -51,25 +51,25 @@ TEST(Lsolve, TheDetailNamesTheElementThatBreaksThePattern)
     // element (2, 2) would have to be m s / m
     const Handle broken = with_units(matrices::real({{2, 1}, {1, 2}}), {m, m, s, m});
     const Handle good = matrices::real({{1}, {1}});
-    EXPECT_EQ(raised(broken, good), (HostRaised{"must be a linear algebra matrix", 1, ""}));
+    EXPECT_EQ(raised(broken, good), (Raised{"must be a linear algebra matrix", 1, ""}));
     EXPECT_EQ(raised(broken, good).detail, "row 2, column 2 has unit m where s is needed");
     // beside A of full rank without a unit, B is looked at
     const Handle broken_B = with_units(matrices::real({{1, 1}, {1, 1}}), {m, m, s, m});
-    EXPECT_EQ(raised(good, broken_B), (HostRaised{"must be a linear algebra matrix", 2, ""}));
+    EXPECT_EQ(raised(good, broken_B), (Raised{"must be a linear algebra matrix", 2, ""}));
 }
 
 TEST(Lsolve, TheDetailNamesTheRowWithTheWrongUnit)
 {
     const Handle A = with_units(matrices::real({{2, 1}, {1, 2}}), {m, s, m, s});
-    const HostRaised error = raised(A, matrices::real({{1}, {1}}));
-    EXPECT_EQ(error, (HostRaised{"matrix unit mismatch", -1, ""}));
+    const Raised error = raised(A, matrices::real({{1}, {1}}));
+    EXPECT_EQ(error, (Raised{"matrix unit mismatch", -1, ""}));
     EXPECT_EQ(error.detail, "row 2 of B has no unit where m^-1*s is needed");
 }
 
 TEST(Lsolve, NumbersAreSolvedBeforeUnitsAreLookedAt)
 {
     const Handle singular = with_units(matrices::real({{1, 2}, {2, 4}}), {m, m, s, m});
-    EXPECT_EQ(raised(singular, matrices::real({{1}, {1}})), (HostRaised{"not converging", -1, ""}));
+    EXPECT_EQ(raised(singular, matrices::real({{1}, {1}})), (Raised{"not converging", -1, ""}));
 }
 
 TEST(Lsolve, TextsAndArraysAreNoNumbers)
@@ -77,15 +77,15 @@ TEST(Lsolve, TextsAndArraysAreNoNumbers)
     Qud::MatBuilder builder(1, 1);
     builder.set(0, 0, Qud::StrVal::make("text"));
     const Handle texts = builder.finish();
-    EXPECT_EQ(raised(texts, matrices::real({{1}})), (HostRaised{"must be a linear algebra matrix", 1, ""}));
-    EXPECT_EQ(raised(matrices::real({{1}}), texts), (HostRaised{"must be a linear algebra matrix", 2, ""}));
-    EXPECT_EQ(raised(texts, texts), (HostRaised{"must be a linear algebra matrix", 1, ""}));
+    EXPECT_EQ(raised(texts, matrices::real({{1}})), (Raised{"must be a linear algebra matrix", 1, ""}));
+    EXPECT_EQ(raised(matrices::real({{1}}), texts), (Raised{"must be a linear algebra matrix", 2, ""}));
+    EXPECT_EQ(raised(texts, texts), (Raised{"must be a linear algebra matrix", 1, ""}));
     EXPECT_EQ(raised(texts, texts).detail, "row 1, column 1 is no number");
 }
 
 TEST(Lsolve, NoContextIsLeftWhenTheHostSeesTheError)
 {
-    EXPECT_EQ(raised(matrices::real({{0}}), matrices::real({{1}})), (HostRaised{"not converging", -1, ""}));
+    EXPECT_EQ(raised(matrices::real({{0}}), matrices::real({{1}})), (Raised{"not converging", -1, ""}));
     EXPECT_EQ(Efi::live_arenas(), (Efi::LiveArenas{0, 0}));
 }
 

@@ -13,7 +13,7 @@ using matrices::random_real;
 using Qud::Handle;
 using Qud::matrix_of;
 using support::host_raised_by;
-using support::HostRaised;
+using support::Raised;
 
 Handle product(const Handle& A, const Handle& B)
 {
@@ -106,7 +106,7 @@ TEST(Product, WhatAnEarlierCallLeftInMemoryDoesNotMatter)
 
 TEST(Product, OfShapesThatDoNotMatch)
 {
-    const HostRaised mismatch{"array size mismatch", -1, ""};
+    const Raised mismatch{"array size mismatch", -1, ""};
     const std::pair<Handle, Handle> pairs[] = {
         {random_real(3, 4, 1), random_real(3, 4, 1)},    {random_real(3, 1, 1), random_real(2, 1, 1)},
         {random_real(3, 1, 1), random_real(3, 2, 1)},    {random_real(3, 2, 1), random_real(3, 1, 1)},
@@ -118,7 +118,7 @@ TEST(Product, OfShapesThatDoNotMatch)
 
 TEST(Product, RefusesMatricesWithoutElements)
 {
-    const HostRaised invalid{"invalid dimension", -1, ""};
+    const Raised invalid{"invalid dimension", -1, ""};
     EXPECT_EQ(host_raised_by([] { product(Qud::MatVal::empty(), column); }), invalid);
     EXPECT_EQ(host_raised_by([] { product(row, Qud::MatVal::empty()); }), invalid);
     EXPECT_EQ(host_raised_by([] { product(Qud::MatVal::empty(), Qud::MatVal::empty()); }), invalid);

@@ -18,11 +18,11 @@ using matrices::random_real;
 using Qud::Handle;
 using Qud::matrix_of;
 using support::host_raised_by;
-using support::HostRaised;
+using support::Raised;
 
-const HostRaised not_converging{.message = "not converging", .index = -1, .detail = ""};
-const HostRaised invalid_dimension{.message = "invalid dimension", .index = -1, .detail = ""};
-const HostRaised nothing;
+const Raised not_converging{.message = "not converging", .index = -1, .detail = ""};
+const Raised invalid_dimension{.message = "invalid dimension", .index = -1, .detail = ""};
+const Raised nothing;
 
 Handle solve(const Handle& A, const Handle& B)
 {
@@ -96,7 +96,7 @@ TEST(Solve, ASingularSquareMatrixDoesNotConverge)
 {
     const Handle A = matrices::real({{1, 2}, {2, 4}});
     const Handle B = matrices::real({{1}, {1}});
-    const HostRaised raised = host_raised_by([&] { solve(A, B); });
+    const Raised raised = host_raised_by([&] { solve(A, B); });
     EXPECT_EQ(raised, not_converging);
     EXPECT_EQ(raised.detail, "the matrix is singular: its column 2 depends on those before it");
     EXPECT_EQ(host_raised_by([&] { solve(matrices::complex({{1, 2}, {2, 4}}), B); }), not_converging);
@@ -223,7 +223,7 @@ TEST(Solve, RefusesDimensionsBeyondThirtyTwoBits)
                                            .imaginary = nullptr,
                                            .units = {},
                                            .entries = nullptr});
-    const HostRaised too_big{.message = "matrix too big", .index = 1, .detail = ""};
+    const Raised too_big{.message = "matrix too big", .index = 1, .detail = ""};
     EXPECT_EQ(host_raised_by([&] { solve(wide, random_real(1, 1, 1)); }), too_big);
     EXPECT_EQ(host_raised_by([&] { solve(random_real(1, 1, 1), wide); }), too_big);
 }
@@ -244,7 +244,7 @@ TEST(Solve, TakesInfinitiesAndNaNAsTheyAre)
                     const Handle B = random_real(m, 2, 3);
                     // A result or "not converging", but always an answer.
                     for (const Handle& matrix : {A, Ac}) {
-                        const HostRaised raised = host_raised_by([&] { solve(matrix, B); });
+                        const Raised raised = host_raised_by([&] { solve(matrix, B); });
                         EXPECT_TRUE(raised == nothing || raised == not_converging) << raised;
                     }
                 }

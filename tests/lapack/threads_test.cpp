@@ -22,7 +22,7 @@ using matrices::Dense;
 using Qud::Handle;
 using Qud::matrix_of;
 using support::host_raised_by;
-using support::HostRaised;
+using support::Raised;
 
 double number(const Handle& value)
 {
@@ -95,7 +95,7 @@ TEST_F(ThreadCount, WhatIsNoPositiveIntegerIsRefusedAndTheLockReleased)
         matrices::real({{2}}),
     };
     for (const Handle& count : refused) {
-        EXPECT_EQ(host_raised_by([&] { setNumThreads(count); }), (HostRaised{"must be positive integer", 1, ""}));
+        EXPECT_EQ(host_raised_by([&] { setNumThreads(count); }), (Raised{"must be positive integer", 1, ""}));
         EXPECT_EQ(Efi::MKL_NUM_THREADS, 2U);
         EXPECT_TRUE(is_lock_free());
     }

@@ -8,12 +8,13 @@
 
 namespace support {
 
-/// A message and an index, to be compared with what a native routine raises.
+/// A message and an index, to be compared with what a native routine or an entry operation raises.
 struct Raised {
     std::string message;
     int index = 0;
+    std::string detail{}; ///< for people; does not take part in the comparison
 
-    bool operator==(const Raised&) const = default;
+    friend bool operator==(const Raised& a, const Raised& b) { return a.message == b.message && a.index == b.index; }
     friend std::ostream& operator<<(std::ostream& out, const Raised& raised)
     {
         return out << '"' << raised.message << "\" (" << raised.index << ')';

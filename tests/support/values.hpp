@@ -1,12 +1,9 @@
 #pragma once
 
-#include "bailuxhost/error.hpp"
 #include "bailuxhost/matval.hpp"
 #include "bailuxhost/value.hpp"
-#include "tests/support/raises.hpp"
 
 #include <bit>
-#include <concepts>
 #include <cstdint>
 #include <initializer_list>
 #include <vector>
@@ -55,24 +52,6 @@ inline std::vector<std::uint64_t> bits(const Qud::Handle& value)
                 all.push_back(std::bit_cast<std::uint64_t>(imaginary ? M.imag(i, j) : M.real(i, j)));
     }
     return all;
-}
-
-/// What the host sees of an error.
-struct HostError {
-    Raised raised;
-    std::string detail;
-};
-
-/// What an entry operation raises; an empty message if it returns.
-template <std::invocable Call>
-HostError host_error_of(Call call)
-{
-    try {
-        call();
-    } catch (const Evl::Run::AppException& error) {
-        return {.raised = {.message = error.message(), .index = error.index()}, .detail = error.detail()};
-    }
-    return {};
 }
 
 } // namespace support
