@@ -111,15 +111,19 @@ class BAILUXSKO_API FunVal final : public Value {
 public:
     using Operation = std::function<Handle(std::span<const Handle>)>;
     static constexpr std::size_t any_count = ~std::size_t{0};
+    /// Functions that hold one another; calls and the end of their lives go through all of them on the stack.
+    static constexpr std::size_t max_levels = 1000;
 
-    FunVal(std::string name, std::size_t least, std::size_t most, Operation call)
-        : Value(Kind::function), m_name(std::move(name)), m_least(least), m_most(most), m_call(std::move(call))
+    FunVal(std::string name, std::size_t least, std::size_t most, Operation call, std::size_t levels = 1)
+        : Value(Kind::function), m_name(std::move(name)), m_least(least), m_most(most), m_levels(levels),
+          m_call(std::move(call))
     {
     }
 
     const std::string& name() const noexcept { return m_name; }
-    std::size_t least() const noexcept { return m_least; } ///< fewest arguments
-    std::size_t most() const noexcept { return m_most; }   ///< most arguments, or any_count
+    std::size_t least() const noexcept { return m_least; }   ///< fewest arguments
+    std::size_t most() const noexcept { return m_most; }     ///< most arguments, or any_count
+    std::size_t levels() const noexcept { return m_levels; } ///< 1 for a function that holds no other
     bool takes(std::size_t count) const noexcept { return m_least <= count && count <= m_most; }
     Handle call(std::span<const Handle> arguments) const { return m_call(arguments); }
 
@@ -131,6 +135,7 @@ private:
     std::string m_name;
     std::size_t m_least;
     std::size_t m_most;
+    std::size_t m_levels;
     Operation m_call;
 };
 

@@ -11,6 +11,8 @@
 
 #include <cfenv>
 #include <cmath>
+#include <memory>
+#include <span>
 #include <thread>
 #include <vector>
 
@@ -144,6 +146,17 @@ TEST(Arithmetic, ViewsAreReadInPlace)
     const Handle copy = Qud::matrix_of(view)->copy();
     for (const Operation& operation : operations)
         EXPECT_EQ(support::bits(operation.call(view)), support::bits(operation.call(copy))) << operation.name;
+}
+
+TEST(Arithmetic, PowersOfPowersOfAFunctionEndBeforeTheStackDoes)
+{
+    const auto first = [](std::span<const Handle> arguments) { return arguments[0]; };
+    Handle f = std::make_shared<const Qud::FunVal>("first", 1, 1, first);
+    for (std::size_t level = 1; level < Qud::FunVal::max_levels; ++level)
+        f = Efi::Matrix::pwr(f, number(1));
+    EXPECT_EQ(support::host_raised_by([&] { Efi::Matrix::pwr(f, number(1)); }), (Raised{"nesting too deep", -1}));
+    const Handle arguments[] = {number(3)};
+    EXPECT_EQ(Qud::as_number(Qud::as_function(f)->call(arguments))->re(), 3);
 }
 
 TEST(Arithmetic, AbsentArgumentsAreOfNoKind)

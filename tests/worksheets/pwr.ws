@@ -268,6 +268,10 @@ matrix(2, 2, square_of_sum^2)
 #= [0, 1; 1, 4]
 rows^-1
 #{"kind":"function","name":"rows^-1","params":1}
+(rows^2)^3
+#{"kind":"function","name":"(rows^2)^3","params":1}
+((rows^2)^3)([1; 1])
+#= 64
 sin^(1 m)
 #! "must be dimless" 2
 (sin^-1)(0)

@@ -139,6 +139,7 @@ struct EfiPwr {
     /// The column of x to the power of every element of M.
     BAILUXSKO_API static Qud::Handle opNM(const Qud::Handle& x, const Qud::MatVal& M);
     /// The function whose value is that of f to the power n.
+    /// @throws "must be dimless" (2), "nesting too deep" (-1) after FunVal::max_levels powers of powers
     BAILUXSKO_API static Qud::Handle opFN(const Qud::Handle& f, const Qud::Handle& n);
     /// M to a whole power that fits 32 bits, with units.
     BAILUXSKO_API static Qud::Handle MatrixPower(const Qud::MatVal& M, int n);
@@ -202,6 +203,11 @@ struct BRr {
     using Order = ArgumentOrder;
     /// Takes the element first, then the number.
     using ElementFirst = std::conditional_t<std::is_same_v<Order, NormalArg>, Op, Reversed>;
+};
+
+/// The bundle of an operation that may leave the real line: its operands always meet as complex numbers.
+template <class Op, class Reversed, class ArgumentOrder>
+requires(!RealOperation<Op>) struct BRc : BRr<Op, Reversed, ArgumentOrder> {
 };
 
 /// A bundle as an arithmetic operation on numbers and matrix elements, which takes whatever operands there are.

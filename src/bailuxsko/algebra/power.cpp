@@ -19,7 +19,7 @@ namespace {
 using Evl::Run::AppException;
 
 template <class Order>
-using Raise = BinaryMappedOp<BRr<EfiPwr, Reverse<EfiPwr>, Order>>;
+using Raise = BinaryMappedOp<BRc<EfiPwr, Reverse<EfiPwr>, Order>>;
 
 /// Every element of a column to the power x. Squares of real numbers are plain products, which is what they are
 /// anyway, at the speed of memory.
@@ -43,6 +43,12 @@ std::string text_of(const Qud::NumVal& x)
     if (x.is_real())
         return text(x.re());
     return '(' + text(x.re()) + (std::signbit(x.im()) ? "" : "+") + text(x.im()) + "i)";
+}
+
+/// f^n as people write it; a power of a power needs its parentheses.
+std::string name_of_power(const std::string& f, const Qud::NumVal& n)
+{
+    return (f.find('^') == std::string::npos ? f : '(' + f + ')') + '^' + text_of(n);
 }
 
 Qud::MatDim pattern_of_power(const Qud::MatVal& M, int n)
@@ -115,9 +121,12 @@ Qud::Handle EfiPwr::opFN(const Qud::Handle& f, const Qud::Handle& n)
 {
     Qud::Dim::Id(Qud::as_number(n)->m_dim, 2);
     const Qud::FunVal& function = *Qud::as_function(f);
+    if (function.levels() >= Qud::FunVal::max_levels)
+        AppException::Raise(msg::nesting_too_deep, -1);
     return std::make_shared<const Qud::FunVal>(
-        function.name() + '^' + text_of(*Qud::as_number(n)), function.least(), function.most(),
-        [f, n](std::span<const Qud::Handle> arguments) { return op(Qud::as_function(f)->call(arguments), n); });
+        name_of_power(function.name(), *Qud::as_number(n)), function.least(), function.most(),
+        [f, n](std::span<const Qud::Handle> arguments) { return op(Qud::as_function(f)->call(arguments), n); },
+        function.levels() + 1);
 }
 
 Qud::Handle EfiPwr::MatrixPower(const Qud::MatVal& M, int n)
