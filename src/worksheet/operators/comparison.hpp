@@ -10,7 +10,7 @@ bool equal(const Qud::Handle& a, const Qud::Handle& b);
 
 enum class Order { less, equal, greater, none };
 
-/// The order of two real numbers of one unit (none where one is NaN), or of two texts as `sort` has it.
+/// The order of two real numbers of one unit (none where one is NaN), or of two texts by the root collation.
 /// @throws "must be real" (1 or 2), "unit mismatch" (-1)
 Order order(const Qud::Handle& a, const Qud::Handle& b);
 
