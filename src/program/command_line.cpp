@@ -111,7 +111,11 @@ CommandLine read_command_line(int argc, char** argv)
         line.exit_status = app.exit(asked);
         return line;
     } catch (const CLI::ParseError& error) {
-        return refuse(error.what());
+        if (!app.get_subcommands().empty())
+            return refuse(error.what());
+        const std::vector<std::string> unexpected = app.remaining();
+        return refuse(unexpected.empty() ? error.what()
+                                         : "no command " + unexpected.front() + "; there are run, eval and functions");
     }
 
     if (run->parsed()) {

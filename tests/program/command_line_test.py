@@ -40,6 +40,10 @@ class Status(unittest.TestCase):
                 self.assertEqual(done.stdout, "")
                 self.assertTrue(done.stderr.startswith("bailuxsko: "), done.stderr)
 
+    def test_unknown_command_is_named(self):
+        self.assertIn("no command walk; there are run, eval and functions", self.expect(2, "walk", "a.ws").stderr)
+        self.assertIn("--origin", self.expect(2, "--origin", "x", "eval", "1").stderr)
+
     def test_file_cannot_be_read(self):
         with tempfile.TemporaryDirectory() as folder:
             for file, reason in [("missing.ws", "No such file or directory"), (".", "Is a directory")]:
