@@ -157,6 +157,17 @@ TEST_F(CsvFiles, AMillionRows)
     EXPECT_EQ(Qud::as_text(*M.entry(999'999, 2))->text(), "x");
 }
 
+TEST_F(CsvFiles, ATextThatBeginsWithAByteOrderMarkKeepsIt)
+{
+    worksheet::SheetSettings settings;
+    settings.folder = m_folder.string();
+    worksheet::Session session(settings);
+    const std::string mark = "\xEF\xBB\xBF";
+    const auto lines = json_of(session, "M := [\"" + mark + "a\", 1; \"" + mark +
+                                            "\", 2]\nwrite_csv(M, \"mark.csv\")\nread_csv(\"mark.csv\") == M\n");
+    EXPECT_EQ(lines.back(), R"({"kind":"number","re":1.0,"im":0.0,"unit":""})");
+}
+
 RC_GTEST_FIXTURE_PROP(CsvFiles, WhatIsWrittenReadsBackToTheSameBits, (const std::vector<std::uint64_t>& bits))
 {
     RC_PRE(!bits.empty());

@@ -13,6 +13,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <sys/stat.h>
 
 namespace worksheet {
@@ -88,9 +89,12 @@ Qud::Handle read_csv(const Evl::Settings& host, const Qud::Handle& file)
     }
 }
 
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+
+/// Quotes also keep a text's own byte-order mark from being skipped as the file's.
 void append_csv_text(std::string& out, const std::string& text)
 {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) {
+    if (text.find_first_of(",\"\r\n") == std::string::npos && !text.starts_with(byte_order_mark)) {
         out += text;
         return;
     }
