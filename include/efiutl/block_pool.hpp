@@ -20,8 +20,9 @@ inline constexpr std::size_t huge_page = std::size_t{2} << 20;
 inline constexpr std::size_t huge_page_threshold = std::size_t{4} << 20;
 
 /// At least `bytes` bytes with whatever content, aligned for any object (to a cache line if the block can be kept).
-/// @throws std::bad_alloc, also for more than half of the machine's memory: an absurd size must become an error
-///         here and not a killed process later
+/// @throws std::bad_alloc, also for more than half of the machine's memory, and where the blocks too large to be kept
+///         would hold more than 7/8 of it together: an absurd size, or a matrix that doubles once too often, must
+///         become an error here and not a killed process later
 BAILUXSKO_API void* take(std::size_t bytes);
 
 /// Gives back what `take(bytes)` handed out, on whatever thread; also when the thread's pool is already gone.

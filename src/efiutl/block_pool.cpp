@@ -3,6 +3,7 @@
 #include "efiutl/poison.hpp"
 
 #include <algorithm>
+#include <atomic>
 #include <bit>
 #include <cstdlib>
 
@@ -64,15 +65,36 @@ struct Closer {
     }
 };
 
-std::size_t largest_request() noexcept
+std::size_t memory_of_machine() noexcept
 {
-    static const std::size_t half_of_memory = [] {
+    static const std::size_t all = [] {
         const long pages = sysconf(_SC_PHYS_PAGES);
         const long page = sysconf(_SC_PAGESIZE);
-        return pages > 0 && page > 0 ? static_cast<std::size_t>(pages) / 2 * static_cast<std::size_t>(page)
-                                     : std::size_t{1} << 40;
+        return pages > 0 && page > 0 ? static_cast<std::size_t>(pages) * static_cast<std::size_t>(page)
+                                     : std::size_t{1} << 41;
     }();
-    return half_of_memory;
+    return all;
+}
+
+/// Blocks too large to be kept, of all threads: what they hold together.
+constinit std::atomic<std::size_t> large_bytes{0};
+
+bool is_large(std::size_t size) noexcept
+{
+    return size > kept_bytes_per_thread;
+}
+
+void reserve_large(std::size_t size)
+{
+    if (large_bytes.fetch_add(size, std::memory_order_relaxed) + size > memory_of_machine() / 8 * 7) {
+        large_bytes.fetch_sub(size, std::memory_order_relaxed);
+        throw std::bad_alloc();
+    }
+}
+
+void release_large(std::size_t size) noexcept
+{
+    large_bytes.fetch_sub(size, std::memory_order_relaxed);
 }
 
 void* fresh(std::size_t bytes)
@@ -84,6 +106,24 @@ void* fresh(std::size_t bytes)
     if (huge)
         madvise(block, bytes, MADV_HUGEPAGE); // a wish: whether it is granted changes nothing but time
     return block;
+}
+
+void* fresh_poisoned(std::size_t bytes, std::size_t size)
+{
+    void* const block = fresh(size);
+    poison(static_cast<std::byte*>(block) + bytes, size - bytes);
+    return block;
+}
+
+void* fresh_large(std::size_t bytes, std::size_t size)
+{
+    reserve_large(size);
+    try {
+        return fresh_poisoned(bytes, size);
+    } catch (...) {
+        release_large(size);
+        throw;
+    }
 }
 
 } // namespace
@@ -103,9 +143,11 @@ void* take(std::size_t bytes)
             return block;
         throw std::bad_alloc();
     }
-    if (bytes > largest_request())
+    if (bytes > memory_of_machine() / 2)
         throw std::bad_alloc();
     const std::size_t wanted = capacity(bytes);
+    if (is_large(wanted))
+        return fresh_large(bytes, wanted);
     for (std::size_t i = pool.m_count; i-- > 0;) // the newest first: its memory is the likeliest to be in a cache
         if (pool.m_kept[i].m_capacity == wanted) {
             void* const block = pool.m_kept[i].m_block;
@@ -113,9 +155,7 @@ void* take(std::size_t bytes)
             unpoison(block, bytes);
             return block;
         }
-    void* const block = fresh(wanted);
-    poison(static_cast<std::byte*>(block) + bytes, wanted - bytes);
-    return block;
+    return fresh_poisoned(bytes, wanted);
 }
 
 void give(void* block, std::size_t bytes) noexcept
@@ -123,7 +163,9 @@ void give(void* block, std::size_t bytes) noexcept
     if (block == nullptr)
         return;
     const std::size_t size = capacity(bytes);
-    if (bytes < smallest_kept_block || size > kept_bytes_per_thread || pool.m_closed) {
+    if (is_large(size))
+        release_large(size);
+    if (bytes < smallest_kept_block || is_large(size) || pool.m_closed) {
         unpoison(block, size);
         std::free(block);
         return;

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #if defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/asan_interface.h>
@@ -128,6 +129,20 @@ TEST_F(BlockPool, AbsurdSizesAreRefused)
          {std::numeric_limits<std::size_t>::max(), std::numeric_limits<std::size_t>::max() / 2, std::size_t{1} << 50})
         EXPECT_THROW(pool::take(bytes), std::bad_alloc) << bytes;
     EXPECT_THROW(Efi::pool_allocator<double>{}.allocate(std::size_t{1} << 61), std::bad_alloc);
+}
+
+TEST_F(BlockPool, LargeBlocksTogetherStayBelowTheMachinesMemory)
+{
+    const std::size_t third =
+        static_cast<std::size_t>(sysconf(_SC_PHYS_PAGES)) / 3 * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    void* const first = pool::take(third); // never touched, so nothing is really used
+    void* const second = pool::take(third);
+    EXPECT_THROW(pool::take(third), std::bad_alloc);
+    EXPECT_THROW(pool::take(third), std::bad_alloc); // a refusal reserves nothing
+    pool::give(second, third);
+    void* const again = pool::take(third);
+    pool::give(again, third);
+    pool::give(first, third);
 }
 
 TEST_F(BlockPool, SharedArraysOfTheHostAreRecycled)
