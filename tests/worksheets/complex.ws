@@ -11,6 +11,15 @@ complex(3)
 #= 3
 complex(3 m, 4 m)
 #= 3 m + 4i * m
+# A matrix without elements has the array too.
+complex([])
+#{"kind":"matrix","rows":0,"cols":0,"complex":true,"unit":"","data":[]}
+complex([], 3)
+#{"kind":"matrix","rows":0,"cols":0,"complex":true,"unit":"","data":[]}
+Re(complex([]))
+#{"kind":"matrix","rows":0,"cols":0,"complex":false,"unit":"","data":[]}
+complex([]) + 1 m
+#= []
 # A number meets every element.
 complex([1, 2], 3)
 #= [1 + 3i, 2 + 3i]

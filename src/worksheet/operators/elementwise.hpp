@@ -67,6 +67,15 @@ Qud::Handle uniform_matrix(std::uint32_t rows, std::uint32_t cols, const Qud::Di
     return Qud::MatVal::make(rows, cols, real, imaginary, unit);
 }
 
+/// The result of a matrix without elements: no unit is compared, and there is an imaginary array when one is wanted
+/// always.
+template <class Op>
+Qud::Handle empty_result(const Op&, const Qud::MatVal& shape)
+{
+    return uniform_matrix(shape.Rows(), shape.Cols(), Qud::Dim::identity, Op::always_imaginary,
+                          [](std::size_t, std::size_t) { return aComplex{}; });
+}
+
 inline aComplex number_at(const Qud::MatVal& M, std::size_t i, std::size_t j)
 {
     return {M.real(i, j), M.imag(i, j)};
@@ -97,7 +106,7 @@ Qud::Handle map(const Op& op, const Qud::Handle& value, int index)
     if (M == nullptr)
         detail::refuse(index);
     if (M->is_empty())
-        return value;
+        return detail::empty_result(op, *M);
     if (M->IsUniformScalar())
         return detail::uniform_matrix(M->Rows(), M->Cols(), op.unit(M->m_dim), Op::always_imaginary,
                                       [&](std::size_t i, std::size_t j) { return op.of(detail::number_at(*M, i, j)); });
@@ -154,7 +163,7 @@ Qud::Handle map(const Op& op, const Qud::Handle& a, const Qud::Handle& b)
     if (A != nullptr && B != nullptr && (A->Rows() != B->Rows() || A->Cols() != B->Cols()))
         Evl::Run::AppException::Raise(msg::array_size_mismatch, -1);
     if (shape.is_empty())
-        return A != nullptr ? a : b;
+        return detail::empty_result(op, shape);
     if ((A == nullptr || A->IsUniformScalar()) && (B == nullptr || B->IsUniformScalar())) {
         const Qud::Dim unit = op.unit(A != nullptr ? A->m_dim : x->m_dim, B != nullptr ? B->m_dim : y->m_dim);
         return detail::uniform_matrix(
