@@ -93,6 +93,21 @@ TEST(Joins, LargeOnesAndViewsHoldTheElementsOfTheirParts)
             ASSERT_EQ(Qud::matrix_of(tall)->real(i, j), static_cast<double>((j + 2) * 1000 + 100 + i % 500));
 }
 
+TEST(Reverse, AnEntryOutsideTheMatrixIsNamed)
+{
+    // A table whose only entry stands in the gap below column 0 of a block of two rows.
+    const auto table =
+        std::make_shared<const Qud::EntryTable>(Qud::EntryTable{{.index = 2, .value = Qud::StrVal::make("stray")}});
+    const Handle block = Qud::MatVal::make({.rows = 2,
+                                            .cols = 2,
+                                            .anr = 3,
+                                            .real = Qud::zero_numbers(6),
+                                            .imaginary = nullptr,
+                                            .units = {},
+                                            .entries = table});
+    EXPECT_EQ(host_raised_by([&] { Efi::Matrix::reverse(block); }), (Raised{"unmatched key index", -1}));
+}
+
 TEST(Joins, AbsentArgumentsAreRefused)
 {
     const Handle values[] = {number(1), nullptr};

@@ -12,6 +12,25 @@
 
 namespace worksheet {
 
+namespace {
+
+/// What an operator makes of the values of a node's children; what it raises stands at the operator.
+template <class Operation>
+Qud::Handle placed(const Frame& frame, const Node& node, std::span<const Qud::Handle> operands, Operation operation)
+{
+    try {
+        return operation();
+    } catch (...) {
+        rethrow_at({.frame = frame,
+                    .node = node,
+                    .offset = node.offset,
+                    .operand_nodes = frame.tree.children_of(node),
+                    .operands = operands});
+    }
+}
+
+} // namespace
+
 Evaluator::Evaluator(SheetSettings settings) : m_settings(std::move(settings)) {}
 
 Qud::Handle Evaluator::evaluate(const Frame& frame, NodeIndex index)
@@ -116,30 +135,14 @@ Qud::Handle Evaluator::evaluate_negation(const Frame& frame, const Node& node)
 {
     const std::span<const NodeIndex> children = frame.tree.children_of(node);
     const Qud::Handle operand = evaluate(frame, children[0]);
-    try {
-        return negation(operand);
-    } catch (...) {
-        rethrow_at({.frame = frame,
-                    .node = node,
-                    .offset = node.offset,
-                    .operand_nodes = children,
-                    .operands = {&operand, 1}});
-    }
+    return placed(frame, node, {&operand, 1}, [&] { return negation(operand); });
 }
 
 Qud::Handle Evaluator::evaluate_transpose(const Frame& frame, const Node& node)
 {
     const std::span<const NodeIndex> children = frame.tree.children_of(node);
     const Qud::Handle operand = evaluate(frame, children[0]);
-    try {
-        return apply_row("transpose", {&operand, 1});
-    } catch (...) {
-        rethrow_at({.frame = frame,
-                    .node = node,
-                    .offset = node.offset,
-                    .operand_nodes = children,
-                    .operands = {&operand, 1}});
-    }
+    return placed(frame, node, {&operand, 1}, [&] { return apply_row("transpose", {&operand, 1}); });
 }
 
 Qud::Handle Evaluator::evaluate_element(const Frame& frame, const Node& node)
@@ -148,15 +151,8 @@ Qud::Handle Evaluator::evaluate_element(const Frame& frame, const Node& node)
     Operands operands(children.size());
     for (std::size_t k = 0; k < children.size(); ++k)
         operands[k] = evaluate(frame, children[k]);
-    try {
-        return element(operands[0], operands.span().subspan(1), m_settings.origin);
-    } catch (...) {
-        rethrow_at({.frame = frame,
-                    .node = node,
-                    .offset = node.offset,
-                    .operand_nodes = children,
-                    .operands = operands.span()});
-    }
+    return placed(frame, node, operands.span(),
+                  [&] { return element(operands[0], operands.span().subspan(1), m_settings.origin); });
 }
 
 Qud::Handle Evaluator::evaluate_matrix(const Frame& frame, const Node& node)
