@@ -8,15 +8,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <limits>
 #include <string>
 #include <thread>
 
 /// A benchmark sets ours beside a named peer on one input: it compares the two results first, then times both in
-/// turns, so that a change of the processor's speed meets both, and prints the best round of each with the ratio.
+/// turns, so that a change of the processor's speed meets both, and prints the median round of each with the ratio.
 namespace bench {
 
-inline constexpr int rounds = 11;
+inline constexpr std::size_t rounds = 11;
 inline constexpr double round_seconds = 0.01;
 
 /// Makes the compiler believe that the value is looked at.
@@ -35,12 +34,27 @@ inline std::string processor()
     return "an unnamed processor";
 }
 
-/// The first lines of every table: where it was measured, with how many threads, and what the columns are.
-inline void header(const char* title, unsigned threads = 1)
+/// The instruction level that the library's kernels choose on this processor.
+inline const char* level()
 {
-    std::printf("%s: %s, %u of %u threads, best of %d rounds\n", title, processor().c_str(), threads,
-                std::thread::hardware_concurrency(), rounds);
-    std::printf("%-24s %8s %12s %12s %7s  %s\n", "name", "n", "ours", "peer", "ratio", "peer is");
+#if defined(__x86_64__)
+    return __builtin_cpu_supports("avx2") ? "avx2" : "baseline";
+#else
+    return "baseline";
+#endif
+}
+
+/// The first lines of the table: where it was measured and what the columns are. A run of several benchmarks sets
+/// BENCH_CONTINUED after the first, so that all make one table.
+inline void header(const char* title)
+{
+    if (std::getenv("BENCH_CONTINUED") != nullptr)
+        return;
+    std::printf(
+        "%s: %s, %u threads, level %s; one thread used unless the peer's name says more; medians of %zu rounds\n",
+        title, processor().c_str(), std::thread::hardware_concurrency(), level(), rounds);
+    std::printf("%-26s %9s %10s %10s %7s %7s  %s\n", "operation", "size", "ours", "peer", "ratio", "at most",
+                "peer is");
 }
 
 /// Seconds that one call takes, over `calls` calls.
@@ -53,16 +67,13 @@ double seconds_per_call(Operation& operation, std::size_t calls)
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() / static_cast<double>(calls);
 }
 
-/// How many calls fill a round.
-template <class Operation>
-std::size_t calls_per_round(Operation& operation)
+/// How many calls fill a round, when `time(calls)` says how long one of so many takes.
+template <class Time>
+std::size_t calls_per_round(Time&& time)
 {
     std::size_t calls = 1;
-    for (double total = 0.0; total < round_seconds / 2; calls *= 2) {
-        total = seconds_per_call(operation, calls) * static_cast<double>(calls);
-        if (total >= round_seconds / 2)
-            break;
-    }
+    while (time(calls) * static_cast<double>(calls) < round_seconds / 2)
+        calls *= 2;
     return calls;
 }
 
@@ -85,28 +96,54 @@ struct Case {
     const char* name;
     std::size_t n;
     const char* peer;
+    double at_most = 0.0; ///< the ratio that we hold ourselves to; 0 where none is set
 };
+
+[[noreturn]] inline void results_differ(const Case& row)
+{
+    std::printf("%-26s %9zu the results differ\n", row.name, row.n);
+    std::exit(EXIT_FAILURE);
+}
+
+inline double median(std::array<double, rounds>& seconds)
+{
+    std::sort(seconds.begin(), seconds.end());
+    return seconds[rounds / 2];
+}
+
+/// Times two operations in turns and prints their row; each is called with a number of calls and answers the seconds
+/// that one took.
+template <class Ours, class Peer>
+void time_in_turns(const Case& row, Ours&& ours, Peer&& peer)
+{
+    const std::size_t our_calls = calls_per_round(ours);
+    const std::size_t peer_calls = calls_per_round(peer);
+    std::array<double, rounds> our_seconds{};
+    std::array<double, rounds> peer_seconds{};
+    for (std::size_t round = 0; round < rounds; ++round) {
+        our_seconds[round] = ours(our_calls);
+        peer_seconds[round] = peer(peer_calls);
+    }
+    const double our_median = median(our_seconds);
+    const double peer_median = median(peer_seconds);
+    std::array<char, 16> goal{};
+    if (row.at_most > 0.0)
+        std::snprintf(goal.data(), goal.size(), "%.2f", row.at_most);
+    std::printf("%-26s %9zu %10s %10s %7.2f %7s  %s\n", row.name, row.n, duration(our_median).c_str(),
+                duration(peer_median).c_str(), our_median / peer_median, goal.data(), row.peer);
+    std::fflush(stdout);
+}
 
 /// One row. `ours` and `peer` return their results; `agree` says whether the two are the same, and when they are not
 /// the program ends: a wrong result has no speed.
 template <std::invocable Ours, std::invocable Peer, class Agree>
 void compare(const Case& row, Ours ours, Peer peer, Agree agree)
 {
-    if (!agree(ours(), peer())) {
-        std::printf("%-24s %8zu the results differ\n", row.name, row.n);
-        std::exit(EXIT_FAILURE);
-    }
-    const std::size_t our_calls = calls_per_round(ours);
-    const std::size_t peer_calls = calls_per_round(peer);
-    double our_best = std::numeric_limits<double>::infinity();
-    double peer_best = our_best;
-    for (int round = 0; round < rounds; ++round) {
-        our_best = std::min(our_best, seconds_per_call(ours, our_calls));
-        peer_best = std::min(peer_best, seconds_per_call(peer, peer_calls));
-    }
-    std::printf("%-24s %8zu %12s %12s %7.2f  %s\n", row.name, row.n, duration(our_best).c_str(),
-                duration(peer_best).c_str(), our_best / peer_best, row.peer);
-    std::fflush(stdout);
+    if (!agree(ours(), peer()))
+        results_differ(row);
+    time_in_turns(
+        row, [&](std::size_t calls) { return seconds_per_call(ours, calls); },
+        [&](std::size_t calls) { return seconds_per_call(peer, calls); });
 }
 
 } // namespace bench

@@ -6,6 +6,7 @@
 #include "bailuxsko/lapack/inverse.hpp"
 #include "bailuxsko/lapack/product.hpp"
 #include "bench/compare.hpp"
+#include "bench/inputs.hpp"
 #include "efiutl/thread_count.hpp"
 
 #include <cblas.h>
@@ -20,30 +21,9 @@
 namespace {
 
 using Complex = lapack::MKL_Complex16;
-using Numbers = std::vector<double>;
+using bench::Numbers;
+using bench::random_numbers;
 using Complexes = std::vector<Complex>;
-
-Numbers random_numbers(std::size_t count, std::uint64_t seed)
-{
-    std::mt19937_64 random(seed);
-    Numbers numbers(count);
-    for (double& x : numbers)
-        x = std::uniform_real_distribution<double>(-1.0, 1.0)(random);
-    return numbers;
-}
-
-Qud::SharedNumbers shared(const Numbers& numbers)
-{
-    Qud::FreshNumbers copy = Qud::fresh_numbers(numbers.size());
-    std::copy(numbers.begin(), numbers.end(), copy.get());
-    return copy;
-}
-
-Qud::Handle matrix(std::size_t rows, std::size_t cols, const Numbers& re, const Numbers& im = {})
-{
-    return Qud::MatVal::make(static_cast<std::uint32_t>(rows), static_cast<std::uint32_t>(cols), shared(re),
-                             im.empty() ? nullptr : shared(im));
-}
 
 void interleave(const Numbers& re, const Numbers& im, Complexes& z)
 {
@@ -78,8 +58,8 @@ void solve(int n, int nrhs)
     const auto order = static_cast<std::size_t>(n);
     const Numbers A = random_numbers(order * order, 1);
     const Numbers B = random_numbers(order * static_cast<std::size_t>(nrhs), 2);
-    const Qud::Handle a = matrix(order, order, A);
-    const Qud::Handle b = matrix(order, static_cast<std::size_t>(nrhs), B);
+    const Qud::Handle a = bench::host_matrix(order, order, A);
+    const Qud::Handle b = bench::host_matrix(order, static_cast<std::size_t>(nrhs), B);
     Numbers factors(A.size());
     Numbers x(B.size());
     std::vector<int> ipiv(order);
@@ -102,8 +82,8 @@ void solve_complex(int n)
     const Numbers re = random_numbers(order * order, 1);
     const Numbers im = random_numbers(order * order, 2);
     const Numbers right = random_numbers(order, 3);
-    const Qud::Handle a = matrix(order, order, re, im);
-    const Qud::Handle b = matrix(order, 1, right, right);
+    const Qud::Handle a = bench::host_matrix(order, order, re, im);
+    const Qud::Handle b = bench::host_matrix(order, 1, right, right);
     Complexes factors(re.size());
     Complexes solution(order);
     Numbers x(order);
@@ -130,8 +110,8 @@ void least_squares(int n)
     const std::size_t rows = 2 * cols;
     const Numbers A = random_numbers(rows * cols, 1);
     const Numbers B = random_numbers(rows, 2);
-    const Qud::Handle a = matrix(rows, cols, A);
-    const Qud::Handle b = matrix(rows, 1, B);
+    const Qud::Handle a = bench::host_matrix(rows, cols, A);
+    const Qud::Handle b = bench::host_matrix(rows, 1, B);
     const int m = 2 * n;
     const int one = 1;
     const int lwork = 16 * m + 1;
@@ -160,7 +140,7 @@ void inverse(int n)
 {
     const auto order = static_cast<std::size_t>(n);
     const Numbers A = random_numbers(order * order, 1);
-    const Qud::Handle a = matrix(order, order, A);
+    const Qud::Handle a = bench::host_matrix(order, order, A);
     const int lwork = 64 * n;
     Numbers Y(A.size());
     Numbers work(static_cast<std::size_t>(lwork));
@@ -186,7 +166,7 @@ void symmetric_inverse(int n)
     for (std::size_t j = 0; j < order; ++j)
         for (std::size_t i = 0; i < j; ++i)
             A[i * order + j] = A[j * order + i];
-    const Qud::Handle a = matrix(order, order, A);
+    const Qud::Handle a = bench::host_matrix(order, order, A);
     const int lwork = 64 * n;
     Numbers Y(A.size());
     Numbers work(static_cast<std::size_t>(lwork));
@@ -216,7 +196,7 @@ void determinant(int n)
         A[i * (order + 1)] += 4.0; // keeps the determinant of a large matrix finite and away from 0
     for (double& x : A)
         x /= 0.4 * std::sqrt(static_cast<double>(order));
-    const Qud::Handle a = matrix(order, order, A);
+    const Qud::Handle a = bench::host_matrix(order, order, A);
     Numbers U(A.size());
     std::vector<int> ipiv(order);
     EfiCallContext context;
@@ -240,8 +220,8 @@ void product(int n)
     const auto order = static_cast<std::size_t>(n);
     const Numbers A = random_numbers(order * order, 1);
     const Numbers B = random_numbers(order * order, 2);
-    const Qud::Handle a = matrix(order, order, A);
-    const Qud::Handle b = matrix(order, order, B);
+    const Qud::Handle a = bench::host_matrix(order, order, A);
+    const Qud::Handle b = bench::host_matrix(order, order, B);
     Numbers C(A.size());
     EfiCallContext context;
     bench::compare(
@@ -260,7 +240,7 @@ void product_complex(int n)
     const auto order = static_cast<std::size_t>(n);
     const Numbers re = random_numbers(order * order, 1);
     const Numbers im = random_numbers(order * order, 2);
-    const Qud::Handle a = matrix(order, order, re, im);
+    const Qud::Handle a = bench::host_matrix(order, order, re, im);
     Complexes A(re.size());
     Complexes B(re.size());
     Complexes C(re.size());

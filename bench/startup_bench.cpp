@@ -35,7 +35,7 @@ int main()
     const std::string program = folder.parent_path() / "bin" / "bailuxsko";
     const std::string peer = folder / "startup_peer";
 
-    bench::header("start-up", std::thread::hardware_concurrency());
+    bench::header("start-up");
     bench::compare(
         {.name = "eval 1", .n = 1, .peer = "main that calls ddot once"},
         [&] {
