@@ -26,7 +26,7 @@ struct Systems {
     const double* LU;
     std::size_t n;
     double* const* right_hand_side;
-    double* strip; // room for 8 * panel_rows doubles
+    double* packed; // room for the products' workspace
 
     const double* factor(std::size_t k) const { return LU + k * n; }
 };
@@ -63,6 +63,7 @@ constexpr std::size_t panel_rows = 64;
     }
 }
 
+template <class Vector>
 [[gnu::always_inline]] inline void solve(const Systems& S)
 {
     using tiles::Update;
@@ -71,28 +72,28 @@ constexpr std::size_t panel_rows = 64;
         const std::size_t end = std::min(first + panel_rows, S.n);
         solve_lower_panel(S, first, end);
         const auto panel = [&](std::size_t p) { return S.right_hand_side[p] + first; };
-        tiles::rows_of_product<Update::subtract>(S.factor(first), S.n, end, S.n, end, end - first, panel, column,
-                                                 S.strip);
+        tiles::rows_of_product<Update::subtract, Vector>(S.factor(first), S.n, end, S.n, end, end - first, panel,
+                                                         column, S.packed);
     }
     for (std::size_t end = S.n; end > 0;) {
         const std::size_t first = (end - 1) / panel_rows * panel_rows;
         solve_upper_panel(S, first, end);
         const auto panel = [&](std::size_t p) { return S.right_hand_side[p] + first; };
-        tiles::rows_of_product<Update::subtract_descending>(S.factor(first), S.n, 0, first, S.n, end - first, panel,
-                                                            column, S.strip);
+        tiles::rows_of_product<Update::subtract_descending, Vector>(S.factor(first), S.n, 0, first, S.n, end - first,
+                                                                    panel, column, S.packed);
         end = first;
     }
 }
 
 void solve_baseline(const Systems& S)
 {
-    solve(S);
+    solve<tiles::Two>(S);
 }
 
 #if defined(__x86_64__)
 [[gnu::target("avx2")]] void solve_avx2(const Systems& S)
 {
-    solve(S);
+    solve<tiles::Four>(S);
 }
 #else
 constexpr auto solve_avx2 = solve_baseline;
@@ -120,7 +121,7 @@ void real_inverse(EfiCallContext* ctx, aMatrix* A, aMatrix** result, bool strict
     at_level(solve_baseline, solve_avx2)({.LU = copy->m_matrix.m_rv,
                                           .n = n,
                                           .right_hand_side = right_hand_side,
-                                          .strip = Efi::uncleared_doubles(ctx, tiles::tile_rows * panel_rows)});
+                                          .packed = Efi::uncleared_doubles(ctx, tiles::workspace(n, panel_rows))});
 }
 
 aMatrix* inv2(EfiCallContext* ctx, aMatrix* A, bool strict)

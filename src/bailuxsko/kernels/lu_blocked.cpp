@@ -1,178 +1,198 @@
-// Gaussian elimination by blocks of columns, right-looking (Golub and Van Loan, Matrix Computations, section 3.2.11).
-// Ours: a tile of the trailing matrix stays in registers while it takes the block's updates in ascending k, each with a
-// rounding after the product and one after the difference, so that every element has the bits of the plain loops.
+// Gaussian elimination by recursion on columns: the left half is factored, what it leaves of the right half is a
+// product in tiles, and the right half is factored (Toledo, Locality of reference in LU decomposition with partial
+// pivoting, SIAM J. Matrix Anal. Appl. 18, 1997).
+// Ours: every element takes its updates in ascending k, each with a rounding after the product and one after the
+// difference, so that every element has the bits of the plain loops.
 #include "bailuxsko/kernels/lu_elimination.hpp"
+#include "bailuxsko/kernels/tiles.hpp"
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <utility>
 
 namespace native {
 namespace {
 
-constexpr std::size_t block = 32;      // columns eliminated together
-constexpr std::size_t tile_cols = 6;   // columns of a tile
-constexpr std::size_t widest_tile = 8; // rows of a tile at the highest level
+constexpr std::size_t narrowest = 16;       // columns that are factored step by step
+constexpr std::size_t rows_by_columns = 16; // rows of U that are solved column by column
+constexpr std::size_t columns_side_by_side = 16;
 
-using Vector2 [[gnu::vector_size(16)]] = double;
-using Vector4 [[gnu::vector_size(32)]] = double;
-
-/// As many rows as two vectors hold. The twelve sums of a tile, a vector of multipliers and an element of U fit the
-/// sixteen registers of either level.
-template <typename Vector>
-constexpr std::size_t tile_rows = 2 * sizeof(Vector) / sizeof(double);
-
-/// The block's steps and the columns and rows that they have not reached yet.
-struct Block {
+/// Some columns, or the steps that eliminate them: from m_from to before m_to.
+struct Range {
     std::size_t m_from;
     std::size_t m_to;
 
     std::size_t size() const { return m_to - m_from; }
+    /// The first half, a multiple of the narrowest range.
+    std::size_t middle() const { return m_from + (size() / 2 + narrowest - 1) / narrowest * narrowest; }
 };
 
-/// Carries out the block's exchanges of rows in a column outside the block.
-[[gnu::always_inline]] inline void exchange_in_column(const Elimination& E, const Block& B, double* c)
+/// Carries out the exchanges of rows of these steps in columns that they did not reach.
+void exchange_in_columns(const Elimination& E, Range steps, Range columns)
 {
-    for (std::size_t k = B.m_from; k < B.m_to; ++k)
-        std::swap(c[k], c[static_cast<std::size_t>(E.m_pivots[k])]);
-}
-
-/// The rows of U that the block gives a column to its right: what its own steps leave of them, in ascending k.
-[[gnu::always_inline]] inline void solve_lower(const Elimination& E, const Block& B, double* __restrict c)
-{
-    for (std::size_t k = B.m_from; k < B.m_to; ++k) {
-        const double* const l = E.column(k);
-        const double u = c[k];
-        for (std::size_t i = k + 1; i < B.m_to; ++i)
-            c[i] -= l[i] * u;
-    }
-}
-
-/// The multipliers below the block, strip by strip of a tile's rows, each strip step by step. Where the last strip is
-/// short it repeats the last row: zeros in its place could meet an infinity and raise a flag.
-template <typename Vector>
-[[gnu::always_inline]] inline void pack_multipliers(const Elimination& E, const Block& B, double* packed)
-{
-    constexpr std::size_t rows = tile_rows<Vector>;
-    for (std::size_t i = B.m_to; i < E.m_n; i += rows)
-        for (std::size_t k = B.m_from; k < B.m_to; ++k) {
-            const double* const l = E.column(k);
-            for (std::size_t r = 0; r < rows; ++r)
-                *packed++ = l[std::min(i + r, E.m_n - 1)];
-        }
-}
-
-/// The block's rows of U in the columns of a tile, step by step; a short tile repeats its last column.
-[[gnu::always_inline]] inline void pack_upper(const Elimination& E, const Block& B, std::size_t j, double* packed)
-{
-    for (std::size_t k = B.m_from; k < B.m_to; ++k)
-        for (std::size_t c = 0; c < tile_cols; ++c)
-            *packed++ = E.column(std::min(j + c, E.m_n - 1))[k];
-}
-
-template <typename Vector>
-[[gnu::always_inline]] inline void load(Vector& v, const double* from)
-{
-    __builtin_memcpy(&v, from, sizeof v);
-}
-
-/// Subtracts `steps` products from a tile whose columns stand `ld` apart.
-template <typename Vector>
-[[gnu::always_inline]] inline void update_tile(double* tile, std::size_t ld, std::size_t steps, const double* l,
-                                               const double* u)
-{
-    constexpr std::size_t width = sizeof(Vector) / sizeof(double);
-    Vector sums[tile_cols][2];
-    for (std::size_t c = 0; c < tile_cols; ++c)
-        for (std::size_t half = 0; half < 2; ++half)
-            load(sums[c][half], tile + c * ld + half * width);
-    for (std::size_t k = 0; k < steps; ++k, l += 2 * width, u += tile_cols) {
-        Vector upper;
-        Vector lower;
-        load(upper, l);
-        load(lower, l + width);
-#pragma GCC unroll 6
-        for (std::size_t c = 0; c < tile_cols; ++c) {
-            sums[c][0] -= upper * u[c];
-            sums[c][1] -= lower * u[c];
-        }
-    }
-    for (std::size_t c = 0; c < tile_cols; ++c)
-        for (std::size_t half = 0; half < 2; ++half)
-            __builtin_memcpy(tile + c * ld + half * width, &sums[c][half], sizeof(Vector));
-}
-
-/// A tile at the lower or right edge, by way of a whole one whose surplus repeats its last row and column.
-template <typename Vector>
-[[gnu::always_inline]] inline void update_edge(const Elimination& E, std::size_t i, std::size_t j, std::size_t steps,
-                                               const double* l, const double* u)
-{
-    constexpr std::size_t rows = tile_rows<Vector>;
-    double whole[rows * tile_cols];
-    for (std::size_t c = 0; c < tile_cols; ++c)
-        for (std::size_t r = 0; r < rows; ++r)
-            whole[r + c * rows] = E.column(std::min(j + c, E.m_n - 1))[std::min(i + r, E.m_n - 1)];
-    update_tile<Vector>(whole, rows, steps, l, u);
-    for (std::size_t c = 0; c < std::min(tile_cols, E.m_n - j); ++c)
-        for (std::size_t r = 0; r < std::min(rows, E.m_n - i); ++r)
-            E.column(j + c)[i + r] = whole[r + c * rows];
-}
-
-/// All that the block does to the columns to its right, a tile's columns at a time.
-template <typename Vector>
-[[gnu::always_inline]] inline void update_trailing(const Elimination& E, const Block& B, double* packed)
-{
-    constexpr std::size_t rows = tile_rows<Vector>;
-    double upper[block * tile_cols];
-    pack_multipliers<Vector>(E, B, packed);
-    for (std::size_t j = B.m_to; j < E.m_n; j += tile_cols) {
-        for (std::size_t c = j; c < std::min(j + tile_cols, E.m_n); ++c) {
-            exchange_in_column(E, B, E.column(c));
-            solve_lower(E, B, E.column(c));
-        }
-        pack_upper(E, B, j, upper);
-        const double* l = packed;
-        for (std::size_t i = B.m_to; i < E.m_n; i += rows, l += rows * B.size()) {
-            if (i + rows <= E.m_n && j + tile_cols <= E.m_n)
-                update_tile<Vector>(E.column(j) + i, E.m_ld, B.size(), l, upper);
-            else
-                update_edge<Vector>(E, i, j, B.size(), l, upper);
+    constexpr std::size_t at_once = 64;
+    std::uint32_t pivots[at_once];
+    for (std::size_t from = steps.m_from; from < steps.m_to; from += at_once) {
+        const std::size_t count = std::min(at_once, steps.m_to - from);
+        for (std::size_t k = 0; k < count; ++k)
+            pivots[k] = static_cast<std::uint32_t>(E.m_pivots[from + k]);
+        for (std::size_t j = columns.m_from; j < columns.m_to; ++j) {
+            double* const c = E.column(j);
+            for (std::size_t k = 0; k < count; ++k)
+                std::swap(c[from + k], c[pivots[k]]);
         }
     }
 }
 
-template <typename Vector>
-[[gnu::always_inline]] inline bool eliminate_blocked(const Elimination& E, double* packed)
+/// What `steps` leave of the given rows in the columns to their right.
+template <class Vector>
+[[gnu::always_inline]] inline void subtract_steps(const Elimination& E, Range steps, Range rows, Range columns,
+                                                  double* packed)
 {
-    for (std::size_t from = 0; from < E.m_n; from += block) {
-        const Block B{.m_from = from, .m_to = std::min(from + block, E.m_n)};
-        if (!eliminate_columns(E, B.m_from, B.m_to))
+    tiles::rows_of_product<tiles::Update::subtract, Vector>(
+        E.column(steps.m_from), E.m_ld, rows.m_from, rows.m_to, columns.size(), steps.size(),
+        [&](std::size_t j) { return E.column(columns.m_from + j) + steps.m_from; },
+        [&](std::size_t j) { return E.column(columns.m_from + j); }, packed);
+}
+
+/// The few rows of U that these steps give the columns to their right, many columns side by side: a row of them is a
+/// few vectors, and every element takes its terms in ascending k. Beyond the edge the last column is repeated.
+template <class Vector>
+[[gnu::always_inline]] inline void solve_rows(const Elimination& E, Range steps, Range columns)
+{
+    constexpr std::size_t w = tiles::width<Vector>;
+    constexpr std::size_t vectors = columns_side_by_side / w;
+    const std::size_t count = steps.size();
+    double L[rows_by_columns][rows_by_columns];
+    for (std::size_t k = 0; k < count; ++k)
+        for (std::size_t i = k + 1; i < count; ++i)
+            L[i][k] = E.column(steps.m_from + k)[steps.m_from + i];
+    for (std::size_t first = columns.m_from; first < columns.m_to; first += columns_side_by_side) {
+        const std::size_t real = std::min(columns_side_by_side, columns.m_to - first);
+        double* from[columns_side_by_side];
+        for (std::size_t j = 0; j < columns_side_by_side; ++j)
+            from[j] = E.column(first + std::min(j, real - 1)) + steps.m_from;
+        Vector rows[rows_by_columns][vectors];
+        for (std::size_t i = 0; i < count; ++i)
+            for (std::size_t j = 0; j < columns_side_by_side; ++j)
+                rows[i][j / w][j % w] = from[j][i];
+        for (std::size_t i = 1; i < count; ++i) {
+            Vector row[vectors];
+            for (std::size_t v = 0; v < vectors; ++v)
+                row[v] = rows[i][v];
+            for (std::size_t k = 0; k < i; ++k)
+                for (std::size_t v = 0; v < vectors; ++v)
+                    row[v] -= rows[k][v] * L[i][k];
+            for (std::size_t v = 0; v < vectors; ++v)
+                rows[i][v] = row[v];
+        }
+        for (std::size_t j = 0; j < real; ++j)
+            for (std::size_t i = 1; i < count; ++i)
+                from[j][i] = rows[i][j / w][j % w];
+    }
+}
+
+/// What the recursion ends in, at one level.
+struct Leaves {
+    bool (*m_eliminate)(const Elimination& E, Range steps);
+    void (*m_solve)(const Elimination& E, Range steps, Range columns);
+    void (*m_subtract)(const Elimination& E, Range steps, Range rows, Range columns, double* packed);
+};
+
+bool eliminate_at_baseline(const Elimination& E, Range steps)
+{
+    return eliminate_columns(E, steps.m_from, steps.m_to);
+}
+void solve_at_baseline(const Elimination& E, Range steps, Range columns)
+{
+    solve_rows<tiles::Two>(E, steps, columns);
+}
+void subtract_at_baseline(const Elimination& E, Range steps, Range rows, Range columns, double* packed)
+{
+    subtract_steps<tiles::Two>(E, steps, rows, columns, packed);
+}
+constexpr Leaves baseline{eliminate_at_baseline, solve_at_baseline, subtract_at_baseline};
+
+#if defined(__x86_64__)
+[[gnu::target("avx2")]] bool eliminate_at_avx2(const Elimination& E, Range steps)
+{
+    return eliminate_columns(E, steps.m_from, steps.m_to);
+}
+[[gnu::target("avx2")]] void solve_at_avx2(const Elimination& E, Range steps, Range columns)
+{
+    solve_rows<tiles::Four>(E, steps, columns);
+}
+[[gnu::target("avx2")]] void subtract_at_avx2(const Elimination& E, Range steps, Range rows, Range columns,
+                                              double* packed)
+{
+    subtract_steps<tiles::Four>(E, steps, rows, columns, packed);
+}
+constexpr Leaves avx2{eliminate_at_avx2, solve_at_avx2, subtract_at_avx2};
+#else
+constexpr Leaves avx2 = baseline;
+#endif
+
+/// The elimination as a recursion over leaves of one level.
+class Recursion {
+public:
+    Recursion(const Elimination& E, const Leaves& leaves, double* packed) : m_E(E), m_leaves(leaves), m_packed(packed)
+    {
+    }
+
+    /// All steps of a range, as far as its own columns are concerned; false at a pivot of exactly zero.
+    bool eliminate(Range steps) const
+    {
+        if (steps.size() <= narrowest)
+            return m_leaves.m_eliminate(m_E, steps);
+        const Range left{steps.m_from, steps.middle()};
+        const Range right{steps.middle(), steps.m_to};
+        if (!eliminate(left))
             return false;
-        for (std::size_t j = 0; j < B.m_from; ++j)
-            exchange_in_column(E, B, E.column(j));
-        if (B.m_to < E.m_n)
-            update_trailing<Vector>(E, B, packed);
+        exchange_in_columns(m_E, left, right);
+        solve(left, right);
+        m_leaves.m_subtract(m_E, left, {left.m_to, m_E.m_n}, right, m_packed);
+        if (!eliminate(right))
+            return false;
+        exchange_in_columns(m_E, right, left);
+        return true;
     }
-    return true;
-}
+
+private:
+    /// The rows of U that these steps give the columns to their right.
+    void solve(Range steps, Range columns) const
+    {
+        if (steps.size() <= rows_by_columns) {
+            m_leaves.m_solve(m_E, steps, columns);
+            return;
+        }
+        const Range upper{steps.m_from, steps.middle()};
+        const Range lower{steps.middle(), steps.m_to};
+        solve(upper, columns);
+        m_leaves.m_subtract(m_E, upper, lower, columns, m_packed);
+        solve(lower, columns);
+    }
+
+    const Elimination& m_E;
+    const Leaves& m_leaves;
+    double* m_packed;
+};
 
 } // namespace
 
 std::size_t blocked_workspace(std::size_t n)
 {
-    return (n + widest_tile) * block;
+    return tiles::workspace(n, n);
 }
 
 bool eliminate_blocked_baseline(const Elimination& E, double* packed)
 {
-    return eliminate_blocked<Vector2>(E, packed);
+    return Recursion(E, baseline, packed).eliminate({0, E.m_n});
 }
 
-#if defined(__x86_64__)
-[[gnu::target("avx2")]]
-#endif
 bool eliminate_blocked_avx2(const Elimination& E, double* packed)
 {
-    return eliminate_blocked<Vector4>(E, packed);
+    return Recursion(E, avx2, packed).eliminate({0, E.m_n});
 }
 
 } // namespace native

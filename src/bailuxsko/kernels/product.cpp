@@ -42,11 +42,12 @@ constexpr std::size_t rows_for_tiles = 17;
     }
 }
 
-[[gnu::always_inline]] inline void multiply_tiles(const RealFactors& F, double* strip)
+template <class Vector>
+[[gnu::always_inline]] inline void multiply_tiles(const RealFactors& F, double* packed)
 {
-    tiles::rows_of_product<tiles::Update::product>(
+    tiles::rows_of_product<tiles::Update::product, Vector>(
         F.A, F.lda, 0, F.m, F.n, F.depth, [&](std::size_t j) { return F.B + j * F.ldb; },
-        [&](std::size_t j) { return F.C + j * F.m; }, strip);
+        [&](std::size_t j) { return F.C + j * F.m; }, packed);
 }
 
 /// Both arrays of two complex factors.
@@ -81,9 +82,9 @@ void columns_baseline(const RealFactors& F)
 {
     multiply_columns(F);
 }
-void tiles_baseline(const RealFactors& F, double* strip)
+void tiles_baseline(const RealFactors& F, double* packed)
 {
-    multiply_tiles(F, strip);
+    multiply_tiles<tiles::Two>(F, packed);
 }
 void complex_baseline(const ComplexFactors& F)
 {
@@ -95,9 +96,9 @@ void complex_baseline(const ComplexFactors& F)
 {
     multiply_columns(F);
 }
-[[gnu::target("avx2")]] void tiles_avx2(const RealFactors& F, double* strip)
+[[gnu::target("avx2")]] void tiles_avx2(const RealFactors& F, double* packed)
 {
-    multiply_tiles(F, strip);
+    multiply_tiles<tiles::Four>(F, packed);
 }
 [[gnu::target("avx2")]] void complex_avx2(const ComplexFactors& F)
 {
@@ -117,7 +118,7 @@ double* real_product(EfiCallContext* ctx, const aMatrix* A, const double* a, con
     if (A->m_rows < rows_for_tiles)
         at_level(columns_baseline, columns_avx2)(F);
     else
-        at_level(tiles_baseline, tiles_avx2)(F, Efi::uncleared_doubles(ctx, tiles::tile_rows * F.depth));
+        at_level(tiles_baseline, tiles_avx2)(F, Efi::uncleared_doubles(ctx, tiles::workspace(F.m, F.depth)));
     return c;
 }
 

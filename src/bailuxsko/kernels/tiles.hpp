@@ -3,17 +3,35 @@
 #include <algorithm>
 #include <cstddef>
 
-/// Blocks of matrix products with every element's operations in the order of the plain loops: a strip of 8 rows of the
-/// left factor, packed, meets 4 columns of the right one at a time, and the 32 elements stay in registers over all k.
-/// Rows and columns beyond the edge repeat the last real ones and are not stored: zeros there would raise flags that
-/// the matrices do not (0 times infinity).
+/// Blocks of matrix products with every element's operations in the order of the plain loops (Goto and van de Geijn,
+/// Anatomy of high-performance matrix multiplication, ACM TOMS 34, 2008): strips of rows of the left factor, packed so
+/// that they stay in the second cache, meet a few columns of the right one at a time, and the elements of a tile stay
+/// in registers while they take their terms. Rows and columns beyond the edge repeat the last real ones and are not
+/// stored: zeros there would raise flags that the matrices do not (0 times infinity).
 namespace native::tiles {
 
-inline constexpr std::size_t tile_rows = 8;
-inline constexpr std::size_t tile_cols = 4;
+/// Doubles side by side. Written out, because the vectoriser of GCC 12 fuses what it finds by itself.
+using Two [[gnu::vector_size(16)]] = double;
+using Four [[gnu::vector_size(32)]] = double;
 
-/// Four doubles side by side. Written out, because the vectoriser of GCC 12 fuses what it finds by itself.
-using Four [[gnu::vector_size(32), gnu::aligned(8), gnu::may_alias]] = double;
+template <class Vector>
+inline constexpr std::size_t width = sizeof(Vector) / sizeof(double);
+
+/// A tile is two vectors high and six columns wide: its twelve sums, two vectors of the left factor and an element of
+/// the right one fit the sixteen registers of either level.
+template <class Vector>
+inline constexpr std::size_t tile_rows = 2 * width<Vector>;
+inline constexpr std::size_t tile_cols = 6;
+inline constexpr std::size_t most_tile_rows = tile_rows<Four>;
+
+inline constexpr std::size_t depth_at_once = 256; ///< so deep, six columns stay in the first cache
+inline constexpr std::size_t rows_at_once = 128;  ///< so many packed rows of that depth stay in the second one
+
+/// The doubles that a product of so many rows and such a depth needs to pack its left factor into.
+constexpr std::size_t workspace(std::size_t rows, std::size_t depth)
+{
+    return (std::min(rows, rows_at_once) + most_tile_rows) * std::min(depth, depth_at_once);
+}
 
 enum class Update {
     product,            ///< C = 0.0 + A * B, k ascending
@@ -21,66 +39,114 @@ enum class Update {
     subtract_descending ///< C = C - A * B, k descending
 };
 
-/// Rows `row` to `row` + 7 of A in the order in which a tile takes them; the last of `end` rows is repeated.
+/// How far the element of B for the next term lies from that for this one.
 template <Update update>
-[[gnu::always_inline]] inline void pack_strip(const double* A, std::size_t lda, std::size_t row, std::size_t end,
-                                              std::size_t depth, double* strip)
+inline constexpr std::ptrdiff_t stride_of_terms = update == Update::subtract_descending ? -1 : 1;
+
+/// Rows `row` to before `end` of `depth` columns of A, strip by strip in the order in which tiles take them; the last
+/// strip repeats its last row.
+template <Update update, class Vector>
+[[gnu::always_inline]] inline void pack_rows(const double* A, std::size_t lda, std::size_t row, std::size_t end,
+                                             std::size_t depth, double* packed)
 {
-    for (std::size_t k = 0; k < depth; ++k) {
-        const double* const a = A + (update == Update::subtract_descending ? depth - 1 - k : k) * lda;
-        for (std::size_t r = 0; r < tile_rows; ++r)
-            strip[k * tile_rows + r] = a[std::min(row + r, end - 1)];
-    }
+    constexpr std::size_t height = tile_rows<Vector>;
+    for (; row < end; row += height)
+        for (std::size_t k = 0; k < depth; ++k, packed += height) {
+            const double* const a = A + (update == Update::subtract_descending ? depth - 1 - k : k) * lda;
+            if (row + height <= end)
+                __builtin_memcpy(packed, a + row, height * sizeof(double));
+            else
+                for (std::size_t r = 0; r < height; ++r)
+                    packed[r] = a[std::min(row + r, end - 1)];
+        }
 }
 
-/// One tile: rows by cols elements of C at c[0] .. c[cols - 1], from `depth` elements of B at b[0] .. b[cols - 1].
-template <Update update>
-[[gnu::always_inline]] inline void tile(const double* strip, std::size_t depth, const double* const (&b)[tile_cols],
-                                        double* const (&c)[tile_cols], std::size_t rows, std::size_t cols)
+/// A tile's columns of B, from the element of the first term on, and of C, from its first row on.
+struct Columns {
+    const double* m_b[tile_cols];
+    double* m_c[tile_cols];
+};
+
+/// One tile of rows by cols elements that takes `depth` terms. `begin` says that its sums start at 0.0.
+template <Update update, class Vector>
+[[gnu::always_inline]] inline void tile(const double* strip, std::size_t depth, const Columns& columns,
+                                        std::size_t rows, std::size_t cols, bool begin)
 {
-    Four sum[tile_cols][2] = {};
-    if constexpr (update != Update::product)
-        for (std::size_t j = 0; j < tile_cols; ++j)
-            for (std::size_t r = 0; r < tile_rows; ++r)
-                sum[j][r / 4][r % 4] = c[j][std::min(r, rows - 1)];
-    for (std::size_t k = 0; k < depth; ++k) {
-        const Four* const a = reinterpret_cast<const Four*>(strip + k * tile_rows);
-        const std::size_t from = update == Update::subtract_descending ? depth - 1 - k : k;
+    constexpr std::size_t w = width<Vector>;
+    const bool whole = rows == tile_rows<Vector> && cols == tile_cols;
+    Vector sum[tile_cols][2] = {};
+    if (!begin) {
+        if (whole)
+            for (std::size_t j = 0; j < tile_cols; ++j)
+                __builtin_memcpy(sum[j], columns.m_c[j], sizeof sum[j]);
+        else
+            for (std::size_t j = 0; j < tile_cols; ++j)
+                for (std::size_t r = 0; r < tile_rows<Vector>; ++r)
+                    sum[j][r / w][r % w] = columns.m_c[j][std::min(r, rows - 1)];
+    }
+    const double* const b0 = columns.m_b[0];
+    const double* const b1 = columns.m_b[1];
+    const double* const b2 = columns.m_b[2];
+    const double* const b3 = columns.m_b[3];
+    const double* const b4 = columns.m_b[4];
+    const double* const b5 = columns.m_b[5];
+    std::ptrdiff_t from = 0;
+    for (std::size_t k = 0; k < depth; ++k, from += stride_of_terms<update>, strip += tile_rows<Vector>) {
+        Vector upper;
+        Vector lower;
+        __builtin_memcpy(&upper, strip, sizeof upper);
+        __builtin_memcpy(&lower, strip + w, sizeof lower);
+        const double b[tile_cols] = {b0[from], b1[from], b2[from], b3[from], b4[from], b5[from]};
+#pragma GCC unroll 6
         for (std::size_t j = 0; j < tile_cols; ++j) {
-            const double x = b[j][from];
-            const Four times = {x, x, x, x};
             if constexpr (update == Update::product) {
-                sum[j][0] += a[0] * times;
-                sum[j][1] += a[1] * times;
+                sum[j][0] += upper * b[j];
+                sum[j][1] += lower * b[j];
             } else {
-                sum[j][0] -= a[0] * times;
-                sum[j][1] -= a[1] * times;
+                sum[j][0] -= upper * b[j];
+                sum[j][1] -= lower * b[j];
             }
         }
     }
-    for (std::size_t j = 0; j < cols; ++j)
-        for (std::size_t r = 0; r < rows; ++r)
-            c[j][r] = sum[j][r / 4][r % 4];
+    if (whole)
+        for (std::size_t j = 0; j < tile_cols; ++j)
+            __builtin_memcpy(columns.m_c[j], sum[j], sizeof sum[j]);
+    else
+        for (std::size_t j = 0; j < cols; ++j)
+            for (std::size_t r = 0; r < rows; ++r)
+                columns.m_c[j][r] = sum[j][r / w][r % w];
 }
 
 /// Rows `first` to `end` - 1 of C from the same rows of A; column j of B and of C stands where b(j) and c(j) point.
-/// @param strip  room for 8 * depth doubles
-template <Update update, class ColumnOfB, class ColumnOfC>
+/// @param work  room for workspace(end - first, depth) doubles
+template <Update update, class Vector, class ColumnOfB, class ColumnOfC>
 [[gnu::always_inline]] inline void rows_of_product(const double* A, std::size_t lda, std::size_t first, std::size_t end,
                                                    std::size_t cols, std::size_t depth, ColumnOfB b, ColumnOfC c,
-                                                   double* strip)
+                                                   double* work)
 {
-    for (std::size_t i = first; i < end; i += tile_rows) {
-        pack_strip<update>(A, lda, i, end, depth, strip);
-        for (std::size_t j = 0; j < cols; j += tile_cols) {
-            const double* from[tile_cols];
-            double* to[tile_cols];
-            for (std::size_t k = 0; k < tile_cols; ++k) {
-                const std::size_t column = std::min(j + k, cols - 1);
-                from[k] = b(column);
-                to[k] = c(column) + i;
+    constexpr std::size_t height = tile_rows<Vector>;
+    for (std::size_t done = 0; done < depth; done += depth_at_once) {
+        const std::size_t terms = std::min(depth_at_once, depth - done);
+        const std::size_t from = update == Update::subtract_descending ? depth - done - terms : done;
+        const std::size_t first_term = update == Update::subtract_descending ? from + terms - 1 : from;
+        for (std::size_t i = first; i < end; i += rows_at_once) {
+            const std::size_t stop = std::min(i + rows_at_once, end);
+            pack_rows<update, Vector>(A + from * lda, lda, i, stop, terms, work);
+            for (std::size_t j = 0; j < cols; j += tile_cols) {
+                Columns columns;
+                for (std::size_t k = 0; k < tile_cols; ++k) {
+                    const std::size_t column = std::min(j + k, cols - 1);
+                    columns.m_b[k] = b(column) + first_term;
+                    columns.m_c[k] = c(column) + i;
+                }
+                const double* strip = work;
+                for (std::size_t row = i; row < stop; row += height, strip += height * terms) {
+                    tile<update, Vector>(strip, terms, columns, std::min(height, stop - row),
+                                         std::min(tile_cols, cols - j), update == Update::product && done == 0);
+                    for (double*& to : columns.m_c)
+                        to += height;
+                }
             }
-            tile<update>(strip, depth, from, to, std::min(tile_rows, end - i), std::min(tile_cols, cols - j));
         }
     }
 }
