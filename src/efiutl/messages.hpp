@@ -12,6 +12,7 @@ inline constexpr char matrix_too_big[] = "matrix too big";
 inline constexpr char null_pointer[] = "null pointer";
 inline constexpr char unknown_error[] = "unknown error";
 inline constexpr char domain_error[] = "domain error";
+inline constexpr char too_many_iterations[] = "too many iterations";
 inline constexpr char out_of_memory[] = "out of memory";
 
 // raised by the entry frame and the entry operations

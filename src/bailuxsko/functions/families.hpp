@@ -10,6 +10,7 @@ namespace Efi::families {
 std::span<const Evl::FunctionRow> shape();
 std::span<const Evl::FunctionRow> lu();
 std::span<const Evl::FunctionRow> linear_systems();
+std::span<const Evl::FunctionRow> norms();
 std::span<const Evl::FunctionRow> arithmetic();
 std::span<const Evl::FunctionRow> inverse();
 std::span<const Evl::FunctionRow> determinant();

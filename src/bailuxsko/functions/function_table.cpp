@@ -25,6 +25,7 @@ std::vector<Evl::FunctionRow> all_families()
         {"Shape and copies", families::shape()},
         {"Factorisations", families::lu()},
         {"Linear systems", families::linear_systems()},
+        {"Norms and conditions", families::norms()},
     };
     std::vector<Evl::FunctionRow> rows;
     for (const Family& family : families)

@@ -1,0 +1,214 @@
+// The norms that are sums of magnitudes (Golub and Van Loan, Matrix Computations, section 2.3).
+// Ours: sums in plain double precision, each in the order of its elements. One sum waits for itself at every addition,
+// so several run side by side: eight columns at a time, or all rows.
+#include "bailuxsko/kernels/norms.hpp"
+
+#include "bailuxsko/kernels/levels.hpp"
+#include "bailuxsko/kernels/modulus.hpp"
+#include "efiutl/columns.hpp"
+#include "efiutl/messages.hpp"
+#include "efiutl/throw.hpp"
+
+#include <cmath>
+#include <cstddef>
+
+namespace native {
+namespace {
+
+// What an element adds to a sum; k is its place in the arrays.
+struct Magnitude {
+    const double* x;
+    double operator()(std::size_t k) const { return std::fabs(x[k]); }
+};
+struct Modulus {
+    const double* re;
+    const double* im;
+    double operator()(std::size_t k) const { return modulus(re[k], im[k]); }
+};
+struct Square {
+    const double* x;
+    double operator()(std::size_t k) const { return x[k] * x[k]; }
+};
+struct SquaredModulus {
+    const double* re;
+    const double* im;
+    double operator()(std::size_t k) const { return re[k] * re[k] + im[k] * im[k]; }
+};
+
+constexpr std::size_t side_by_side = 8;
+
+/// The sums of columns j to j + count - 1.
+template <std::size_t count, class Term>
+[[gnu::always_inline]] inline void sum_columns(const Term& term, const aMatrix* A, std::size_t j, double* sums)
+{
+    double sum[count] = {};
+    for (std::size_t i = 0; i < A->m_rows; ++i)
+        for (std::size_t c = 0; c < count; ++c)
+            sum[c] += term(i + (j + c) * A->m_anr);
+    for (std::size_t c = 0; c < count; ++c)
+        sums[c] = sum[c];
+}
+
+/// Hands the sum of every column to `take`, from the left.
+template <class Term, class Take>
+[[gnu::always_inline]] inline void for_sums_of_columns(const Term& term, const aMatrix* A, Take take)
+{
+    const std::size_t n = A->m_rows;
+    double sums[side_by_side];
+    std::size_t j = 0;
+    for (; j + side_by_side <= n; j += side_by_side) {
+        sum_columns<side_by_side>(term, A, j, sums);
+        for (const double sum : sums)
+            take(sum);
+    }
+    for (; j < n; ++j) {
+        sum_columns<1>(term, A, j, sums);
+        take(sums[0]);
+    }
+}
+
+// The norms; `sums` is room for one that adds up rows.
+struct LargestColumn {
+    template <class Term>
+    [[gnu::always_inline]] static double of(const Term& term, const aMatrix* A, double* /*sums*/)
+    {
+        double largest = 0.0;
+        for_sums_of_columns(term, A, [&](double sum) {
+            if (sum > largest)
+                largest = sum;
+        });
+        return largest;
+    }
+};
+
+struct RootOfSum {
+    template <class Term>
+    [[gnu::always_inline]] static double of(const Term& term, const aMatrix* A, double* /*sums*/)
+    {
+        double total = 0.0;
+        for_sums_of_columns(term, A, [&](double sum) { total += sum; });
+        return std::sqrt(total);
+    }
+};
+
+struct LargestRow {
+    /// @param sums  n doubles of 0.0, which become the sums of the rows
+    template <class Term>
+    [[gnu::always_inline]] static double of(const Term& term, const aMatrix* A, double* __restrict sums)
+    {
+        const std::size_t n = A->m_rows;
+        const std::size_t ld = A->m_anr;
+        std::size_t j = 0;
+        for (; j + 4 <= n; j += 4) // four columns each time that the sums pass through the registers
+            for (std::size_t i = 0; i < n; ++i) {
+                const std::size_t k = i + j * ld;
+                sums[i] = (((sums[i] + term(k)) + term(k + ld)) + term(k + 2 * ld)) + term(k + 3 * ld);
+            }
+        for (; j < n; ++j)
+            for (std::size_t i = 0; i < n; ++i)
+                sums[i] += term(i + j * ld);
+        double largest = 0.0;
+        for (std::size_t i = 0; i < n; ++i)
+            if (sums[i] > largest)
+                largest = sums[i];
+        return largest;
+    }
+};
+
+template <class Norm, class Term>
+double norm_baseline(const Term& term, const aMatrix* A, double* sums)
+{
+    return Norm::of(term, A, sums);
+}
+
+#if defined(__x86_64__)
+template <class Norm, class Term>
+[[gnu::target("avx2")]] double norm_avx2(const Term& term, const aMatrix* A, double* sums)
+{
+    return Norm::of(term, A, sums);
+}
+#else
+template <class Norm, class Term>
+constexpr auto norm_avx2 = norm_baseline<Norm, Term>;
+#endif
+
+template <class Norm, class Term>
+double norm(const Term& term, const aMatrix* A, double* sums = nullptr)
+{
+    return at_level(norm_baseline<Norm, Term>, norm_avx2<Norm, Term>)(term, A, sums);
+}
+
+/// @throws "unknown error" (-1)
+void require_real_array(const aMatrix* A)
+{
+    if (A->m_rv == nullptr)
+        Efi::Throw(msg::unknown_error, -1);
+}
+
+} // namespace
+
+double real_norm1(EfiCallContext* /*ctx*/, aMatrix* A)
+{
+    if (A->m_rows < 1)
+        return 0.0;
+    require_real_array(A);
+    return norm<LargestColumn>(Magnitude{A->m_rv}, A);
+}
+
+double complex_norm1(EfiCallContext* ctx, aMatrix* A)
+{
+    if (A->m_iv == nullptr || A->m_rows < 1)
+        return real_norm1(ctx, A);
+    require_real_array(A);
+    return norm<LargestColumn>(Modulus{A->m_rv, A->m_iv}, A);
+}
+
+double real_normi(EfiCallContext* ctx, aMatrix* A)
+{
+    if (A->m_rows < 1)
+        return 0.0;
+    require_real_array(A);
+    return norm<LargestRow>(Magnitude{A->m_rv}, A, Efi::doubles(ctx, A->m_rows));
+}
+
+double complex_normi(EfiCallContext* ctx, aMatrix* A)
+{
+    if (A->m_iv == nullptr || A->m_rows < 1)
+        return real_normi(ctx, A);
+    require_real_array(A);
+    return norm<LargestRow>(Modulus{A->m_rv, A->m_iv}, A, Efi::doubles(ctx, A->m_rows));
+}
+
+double real_norme(EfiCallContext* /*ctx*/, aMatrix* A)
+{
+    if (A->m_rows < 1)
+        return 0.0;
+    require_real_array(A);
+    return norm<RootOfSum>(Square{A->m_rv}, A);
+}
+
+double complex_norme(EfiCallContext* ctx, aMatrix* A)
+{
+    if (A->m_iv == nullptr || A->m_rows < 1)
+        return real_norme(ctx, A);
+    if (A->m_rv == nullptr)
+        return norm<RootOfSum>(Square{A->m_iv}, A);
+    return norm<RootOfSum>(SquaredModulus{A->m_rv, A->m_iv}, A);
+}
+
+double norm1(EfiCallContext* ctx, aMatrix* A)
+{
+    return A->m_iv != nullptr ? complex_norm1(ctx, A) : real_norm1(ctx, A);
+}
+
+double normi(EfiCallContext* ctx, aMatrix* A)
+{
+    return A->m_iv != nullptr ? complex_normi(ctx, A) : real_normi(ctx, A);
+}
+
+double norme(EfiCallContext* ctx, aMatrix* A)
+{
+    return A->m_iv != nullptr ? complex_norme(ctx, A) : real_norme(ctx, A);
+}
+
+} // namespace native
