@@ -23,6 +23,8 @@ if(BAILUXSKO_SANITIZE)
     target_link_options(build_flags INTERFACE -fsanitize=${BAILUXSKO_SANITIZE})
 endif()
 
+option(BAILUXSKO_GUARD_ZONES "Look at both ends of LAPACK's arrays, as debug and sanitized builds always do" OFF)
+
 # ccache makes a second build tree cheap; nothing depends on it.
 find_program(CCACHE ccache)
 if(CCACHE)

@@ -5,6 +5,7 @@
 #include "bailuxsko/lapack/solve.hpp"
 #include "efiutl/thread_count.hpp"
 #include "tests/lapack/matrices.hpp"
+#include "tests/lapack/refusal.hpp"
 #include "tests/lapack/replaced.hpp"
 #include "tests/support/host_raises.hpp"
 
@@ -180,24 +181,6 @@ TEST_F(Drivers, NeverWriteToTheirArguments)
             EXPECT_EQ(driver.B ? matrices::stored(driver.B) : B, B) << driver.name;
         }
 }
-
-/// A routine that only gives its verdict, wherever info stands among its parameters.
-template <int Verdict, class Pointer>
-struct Refusal;
-
-template <int Verdict, class... Parameters>
-struct Refusal<Verdict, void (*)(Parameters...)> {
-    static void routine(Parameters... parameters)
-    {
-        int* info = nullptr;
-        const auto look = [&](auto parameter) {
-            if constexpr (std::is_same_v<decltype(parameter), int*>)
-                info = parameter; // the last of the writable integers
-        };
-        (look(parameters), ...);
-        *info = Verdict;
-    }
-};
 
 /// The error of a driver while one routine answers with a verdict other than 0.
 template <auto Member, int Verdict>

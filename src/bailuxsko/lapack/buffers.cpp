@@ -1,6 +1,7 @@
 #include "bailuxsko/lapack/buffers.hpp"
 
 #include "bailuxhost/error.hpp"
+#include "bailuxsko/lapack/guard_zone.hpp"
 #include "bailuxsko/lapack/routines.hpp"
 #include "efiutl/messages.hpp"
 
@@ -29,22 +30,27 @@ std::size_t buffer_bytes(std::uint64_t count, std::size_t element_bytes)
 
 Qud::FreshNumbers result_numbers(std::uint64_t count)
 {
-    return Qud::fresh_numbers(buffer_bytes(count, sizeof(double)) / sizeof(double));
+    const std::size_t bytes = buffer_bytes(count, sizeof(double));
+    if (guard_zone::bytes() == 0)
+        return Qud::fresh_numbers(bytes / sizeof(double));
+    const Qud::FreshNumbers block = Qud::fresh_numbers(guard_zone::with_zones(bytes) / sizeof(double));
+    auto* const array = static_cast<double*>(guard_zone::lay(block.get(), bytes));
+    return {array, [block, bytes](double* numbers) { guard_zone::check(numbers, bytes); }};
 }
 
 namespace detail {
 
 void* take_buffer(std::size_t bytes)
 {
-    void* const buffer = routines().malloc(bytes, alignment);
-    if (!buffer)
+    void* const block = routines().malloc(guard_zone::with_zones(bytes), alignment);
+    if (!block)
         raise_out_of_memory();
-    return buffer;
+    return guard_zone::lay(block, bytes);
 }
 
-void give_buffer(void* buffer) noexcept
+void give_buffer(void* buffer, std::size_t bytes) noexcept
 {
-    routines().free(buffer);
+    routines().free(buffer ? guard_zone::check(buffer, bytes) : nullptr);
 }
 
 } // namespace detail

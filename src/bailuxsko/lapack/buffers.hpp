@@ -15,23 +15,24 @@ namespace lapack {
 BAILUXSKO_API std::size_t buffer_bytes(std::uint64_t count, std::size_t element_bytes);
 
 /// Room for a real result that a routine fills in place, content undefined: the solved array is the result's array.
+/// Guard zones, where there are any, are looked at when it goes.
 /// @throws "out of memory" (-1)
 BAILUXSKO_API Qud::FreshNumbers result_numbers(std::uint64_t count);
 
 namespace detail {
 BAILUXSKO_API void* take_buffer(std::size_t bytes); ///< @throws "out of memory" (-1)
-BAILUXSKO_API void give_buffer(void* buffer) noexcept;
+BAILUXSKO_API void give_buffer(void* buffer, std::size_t bytes) noexcept;
 } // namespace detail
 
-/// Owns one LAPACK buffer, aligned to 16 bytes at least, and frees it on every exit.
-/// T is double, MKL_Complex16 or int.
+/// Owns one LAPACK buffer, aligned to 16 bytes at least, between guard zones in debug builds, and frees it on every
+/// exit. T is double, MKL_Complex16 or int.
 template <class T>
 class mkl_auto_ptr {
 public:
     mkl_auto_ptr() noexcept = default;
     mkl_auto_ptr(const mkl_auto_ptr&) = delete;
     mkl_auto_ptr& operator=(const mkl_auto_ptr&) = delete;
-    ~mkl_auto_ptr() { detail::give_buffer(m_buffer); }
+    ~mkl_auto_ptr() { detail::give_buffer(m_buffer, m_bytes); }
 
     /// `count` elements of zeros. @throws "out of memory" (-1), also for 2 GiB and more
     T* allocate(std::uint64_t count)
@@ -45,8 +46,9 @@ public:
     T* allocate_uncleared(std::uint64_t count)
     {
         const std::size_t bytes = buffer_bytes(count, sizeof(T));
-        detail::give_buffer(std::exchange(m_buffer, nullptr));
+        detail::give_buffer(std::exchange(m_buffer, nullptr), m_bytes);
         m_buffer = static_cast<T*>(detail::take_buffer(bytes));
+        m_bytes = bytes;
         return m_buffer;
     }
 
@@ -54,6 +56,7 @@ public:
 
 private:
     T* m_buffer = nullptr;
+    std::size_t m_bytes = 0;
 };
 
 /// Releases the provider's internal buffers when the scope ends.
