@@ -99,6 +99,8 @@ public:
     /// Where element (i, j) stands in the arrays.
     std::size_t storage_index(std::size_t i, std::size_t j) const noexcept { return m_offset + j * Anr() + i; }
     double real(std::size_t i, std::size_t j) const noexcept { return m_rarr[storage_index(i, j)]; }
+    /// The real part at (i, j) in SI, also where the elements have different units.
+    double get_real_mixed(std::size_t i, std::size_t j) const noexcept { return real(i, j); }
     double imag(std::size_t i, std::size_t j) const noexcept { return m_iarr ? m_iarr[storage_index(i, j)] : 0.0; }
     /// The text or nested array at (i, j), or null for a number.
     const Handle* entry(std::size_t i, std::size_t j) const noexcept;
@@ -130,6 +132,8 @@ public:
     Handle Transpose() const;
     /// The same values in a matrix of its own with packed arrays (Anr equal to Rows, offset 0).
     Handle copy() const;
+    /// The matrix itself when its arrays are packed, else its copy.
+    static Handle Canonicalize(const Handle& matrix);
     /// The same numbers with no units; entries stay.
     Handle StripDimension() const;
     /// The packed real parts, column-major with leading dimension Rows.

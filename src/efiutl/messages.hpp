@@ -43,6 +43,10 @@ inline constexpr char divide_by_zero[] = "divide by zero";
 inline constexpr char singularity[] = "singularity";
 inline constexpr char not_converging[] = "not converging";
 inline constexpr char index_out_of_bounds[] = "index out of bounds";
+inline constexpr char vector_must_be_uniform_or_strings[] = "vector must have uniform dimension or all strings";
+inline constexpr char col_must_be_uniform_or_strings[] = "col must have uniform dimension or all strings";
+inline constexpr char row_must_be_uniform_or_strings[] = "row must have uniform dimension or all strings";
+inline constexpr char cannot_mix_scalar_and_string[] = "cannot mix scalar and string for this function";
 inline constexpr char may_not_be_nested[] = "may not be nested";
 inline constexpr char unmatched_key_index[] = "unmatched key index";
 

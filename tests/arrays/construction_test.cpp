@@ -14,6 +14,7 @@
 namespace {
 
 using Qud::Handle;
+using support::bits;
 using support::host_raised_by;
 using support::matrix;
 using support::number;
@@ -106,6 +107,68 @@ TEST(Reverse, AnEntryOutsideTheMatrixIsNamed)
                                             .units = {},
                                             .entries = table});
     EXPECT_EQ(host_raised_by([&] { Efi::Matrix::reverse(block); }), (Raised{"unmatched key index", -1}));
+}
+
+TEST(Reverse, OneRowIsTheVeryValue)
+{
+    const Handle row = matrix({{1, 2, 3}});
+    EXPECT_EQ(Efi::Matrix::reverse(row), row);
+    const Handle block = Qud::matrix_of(matrix({{1, 2}, {3, 4}}))->SubMatrix(1, 1, 0, 1);
+    EXPECT_EQ(Efi::Matrix::reverse(block), block);
+    EXPECT_EQ(bits(Efi::Matrix::reverse(matrix({{1}, {2}}))), bits(matrix({{2}, {1}})));
+}
+
+/// Rows 1 to 2 and columns 1 to 2 of a complex matrix with a text at (1, 1), so that m_offset is 5 and Anr 4.
+Handle block_with_text()
+{
+    Qud::MatBuilder builder(4, 4);
+    for (std::size_t j = 0; j < 4; ++j)
+        for (std::size_t i = 0; i < 4; ++i) {
+            const double x = static_cast<double>(10 * i + j);
+            builder.set_number(i, j, x, -x, Qud::Dim::identity);
+        }
+    builder.set(1, 1, Qud::StrVal::make("text"));
+    return Qud::matrix_of(builder.finish())->SubMatrix(1, 2, 1, 2);
+}
+
+/// Element (i, j), -1 where a text stands.
+double real_or_text(const Handle& value, std::size_t i, std::size_t j)
+{
+    return Qud::matrix_of(value)->entry(i, j) ? -1 : Qud::matrix_of(value)->real(i, j);
+}
+
+std::vector<double> elements(const Handle& value)
+{
+    std::vector<double> all;
+    for (std::size_t i = 0; i < Qud::matrix_of(value)->Rows(); ++i)
+        for (std::size_t j = 0; j < Qud::matrix_of(value)->Cols(); ++j)
+            all.push_back(real_or_text(value, i, j));
+    return all;
+}
+
+TEST(Views, GiveTheirOwnElements)
+{
+    using Elements = std::vector<double>;
+    const Handle view = block_with_text();
+    const Qud::MatVal& M = *Qud::matrix_of(view);
+    ASSERT_EQ(M.m_offset, 5U);
+    ASSERT_EQ(M.Anr(), 4U);
+    ASSERT_EQ(elements(view), (Elements{-1, 12, 21, 22}));
+
+    EXPECT_EQ(elements(Efi::Matrix::reverse(view)), (Elements{21, 22, -1, 12}));
+    EXPECT_EQ(Qud::matrix_of(Efi::Matrix::reverse(view))->imag(0, 1), -22);
+    EXPECT_EQ(elements(Efi::Matrix::diag(view)), (Elements{-1, 22}));
+    EXPECT_EQ(elements(Efi::Matrix::diag(M.SubMatrix(0, 1, 0, 0))), (Elements{-1, 0, 0, 21}));
+    EXPECT_EQ(elements(Efi::Matrix::diag(M.SubMatrix(0, 1, 1, 1))), (Elements{12, 0, 0, 22}));
+    const Handle twice[] = {view, view};
+    EXPECT_EQ(elements(Efi::Matrix::augment(twice)), (Elements{-1, 12, -1, 12, 21, 22, 21, 22}));
+    EXPECT_EQ(elements(Efi::Matrix::stack(twice)), (Elements{-1, 12, 21, 22, -1, 12, 21, 22}));
+    const auto cut = [&](double ir, double jr, double ic, double jc) {
+        return Efi::Matrix::submatrix({.value = 1}, view, number(ir), number(jr), number(ic), number(jc));
+    };
+    EXPECT_EQ(elements(cut(2, 1, 1, 2)), (Elements{21, 22, -1, 12}));
+    EXPECT_EQ(elements(cut(1, 2, 2, 1)), (Elements{12, -1, 22, 21}));
+    EXPECT_EQ(elements(cut(2, 2, 1, 2)), (Elements{21, 22}));
 }
 
 TEST(Joins, AbsentArgumentsAreRefused)

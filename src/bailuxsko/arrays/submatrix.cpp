@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 
 namespace Efi::Matrix {
 
@@ -15,11 +14,7 @@ namespace {
 /// A whole number counted from 0, of whatever size.
 double as_offset(const Qud::Handle& value, Qud::Origin origin, int index)
 {
-    const Qud::DimVal* const carrier = Qud::as_dimensioned(value);
-    const std::optional<double> whole = carrier ? carrier->isInt() : std::nullopt;
-    if (!whole)
-        Evl::Run::AppException::Raise(msg::must_be_integer, index);
-    return *whole - origin.value;
+    return Error::as_integer(value, index) - origin.value;
 }
 
 std::size_t within(double offset, std::uint32_t count, int index)

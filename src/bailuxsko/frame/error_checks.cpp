@@ -4,6 +4,7 @@
 #include "efiutl/messages.hpp"
 
 #include <limits>
+#include <optional>
 
 namespace Efi::Error {
 
@@ -51,6 +52,13 @@ double as_dimless_real(const Qud::Handle& value, int index)
     if (!number || !number->is_real() || number->m_dim != Qud::Dim::identity)
         Evl::Run::AppException::Raise(msg::must_be_real, index);
     return number->re();
+}
+
+double as_integer(const Qud::Handle& value, int index)
+{
+    const Qud::DimVal* const carrier = Qud::as_dimensioned(value);
+    const std::optional<double> whole = carrier ? carrier->isInt() : std::nullopt;
+    return present(whole ? &*whole : nullptr, msg::must_be_integer, index);
 }
 
 std::uint32_t as_size(const Qud::Handle& value, int index)

@@ -28,6 +28,9 @@ BAILUXSKO_API const std::string& as_string(const Qud::Handle& value, const char*
 /// A real number without unit. @throws "must be real" (index)
 BAILUXSKO_API double as_dimless_real(const Qud::Handle& value, int index);
 
+/// A whole number of whatever size; its unit is not looked at. @throws "must be integer" (index)
+BAILUXSKO_API double as_integer(const Qud::Handle& value, int index);
+
 /// A number of rows or columns, from 1 on. @throws "must be positive integer", beyond 32 bits "matrix too big" (index)
 BAILUXSKO_API std::uint32_t as_size(const Qud::Handle& value, int index);
 

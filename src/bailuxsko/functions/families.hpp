@@ -16,5 +16,7 @@ std::span<const Evl::FunctionRow> inverse();
 std::span<const Evl::FunctionRow> determinant();
 std::span<const Evl::FunctionRow> small_functions();
 std::span<const Evl::FunctionRow> construction();
+std::span<const Evl::FunctionRow> extremes();
+std::span<const Evl::FunctionRow> sorting();
 
 } // namespace Efi::families

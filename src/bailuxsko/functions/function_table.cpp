@@ -22,6 +22,8 @@ std::vector<Evl::FunctionRow> all_families()
         {"Determinants, magnitudes and lengths", families::determinant()},
         {"Small matrix functions", families::small_functions()},
         {"Construction", families::construction()},
+        {"Sorting", families::sorting()},
+        {"Smallest and largest", families::extremes()},
         {"Shape and copies", families::shape()},
         {"Factorisations", families::lu()},
         {"Linear systems", families::linear_systems()},

@@ -273,6 +273,12 @@ Handle MatVal::copy() const
     return make(std::move(own));
 }
 
+Handle MatVal::Canonicalize(const Handle& matrix)
+{
+    const MatVal& M = *matrix_of(matrix);
+    return M.m_offset == 0 && M.Anr() == M.Rows() ? matrix : M.copy();
+}
+
 Handle MatVal::StripDimension() const
 {
     return with_units(Dim::identity);

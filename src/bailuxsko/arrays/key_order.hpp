@@ -1,0 +1,14 @@
+#pragma once
+
+#include "efiutl/api.hpp"
+
+#include <cstdint>
+#include <span>
+
+namespace Efi {
+
+/// Fills p with the permutation that puts the keys in ascending order: the one of the index heap sort, whose order of
+/// equal keys (both zeros are equal) and of keys among NaN is the required one.
+BAILUXSKO_API void ascending_order(std::span<const double> keys, std::span<std::uint32_t> p);
+
+} // namespace Efi
