@@ -87,7 +87,7 @@ TEST_P(InverseBits, RealIsThePlainLoops)
 
 TEST_P(InverseBits, ComplexIsThePlainLoops)
 {
-    expect_plain(native::complex_inverse, plain::complex_inverse, true, 66);
+    expect_plain(native::complex_inverse, plain::complex_inverse, true, 129);
 }
 
 INSTANTIATE_TEST_SUITE_P(Levels, InverseBits, testing::Values(native::Level::baseline, native::Level::avx2),

@@ -5,6 +5,7 @@
 
 #include "bailuxsko/kernels/levels.hpp"
 #include "bailuxsko/kernels/tiles.hpp"
+#include "bailuxsko/kernels/tiles_complex.hpp"
 #include "efiutl/columns.hpp"
 
 #include <algorithm>
@@ -78,6 +79,20 @@ struct ComplexFactors {
     }
 }
 
+template <class Vector>
+[[gnu::always_inline]] inline void multiply_complex_tiles(const ComplexFactors& F, double* packed)
+{
+    tiles::rows_of_complex_product<tiles::Update::product, Vector>(
+        {F.A->m_rv, F.A->m_iv}, F.A->m_anr, 0, F.A->m_rows, F.B->m_cols, F.A->m_cols,
+        [&](std::size_t j) {
+            return tiles::Parts{Efi::column(F.B, j), Efi::column_i(F.B, j)};
+        },
+        [&](std::size_t j) {
+            return tiles::WritableParts{Efi::column(F.C, j), Efi::column_i(F.C, j)};
+        },
+        packed);
+}
+
 void columns_baseline(const RealFactors& F)
 {
     multiply_columns(F);
@@ -89,6 +104,10 @@ void tiles_baseline(const RealFactors& F, double* packed)
 void complex_baseline(const ComplexFactors& F)
 {
     multiply_complex_columns(F);
+}
+void complex_tiles_baseline(const ComplexFactors& F, double* packed)
+{
+    multiply_complex_tiles<tiles::Two>(F, packed);
 }
 
 #if defined(__x86_64__)
@@ -104,10 +123,15 @@ void complex_baseline(const ComplexFactors& F)
 {
     multiply_complex_columns(F);
 }
+[[gnu::target("avx2")]] void complex_tiles_avx2(const ComplexFactors& F, double* packed)
+{
+    multiply_complex_tiles<tiles::Four>(F, packed);
+}
 #else
 constexpr auto columns_avx2 = columns_baseline;
 constexpr auto tiles_avx2 = tiles_baseline;
 constexpr auto complex_avx2 = complex_baseline;
+constexpr auto complex_tiles_avx2 = complex_tiles_baseline;
 #endif
 
 double* real_product(EfiCallContext* ctx, const aMatrix* A, const double* a, const aMatrix* B, const double* b)
@@ -131,7 +155,12 @@ aMatrix* product(EfiCallContext* ctx, const aMatrix* A, const aMatrix* B)
         double* const re = Efi::uncleared_doubles(ctx, count);
         double* const im = Efi::uncleared_doubles(ctx, count);
         aMatrix* const C = aMatrix::mk(ctx->m_arena, A->m_rows, B->m_cols, re, im);
-        at_level(complex_baseline, complex_avx2)({.A = A, .B = B, .C = C});
+        const ComplexFactors F{.A = A, .B = B, .C = C};
+        if (A->m_rows < rows_for_tiles)
+            at_level(complex_baseline, complex_avx2)(F);
+        else
+            at_level(complex_tiles_baseline, complex_tiles_avx2)(
+                F, Efi::uncleared_doubles(ctx, tiles::complex_workspace(A->m_rows, A->m_cols)));
         return C;
     }
     double* const re = real_product(ctx, A, A->m_rv, B, B->m_rv);

@@ -67,23 +67,57 @@ struct Columns {
     double* m_c[tile_cols];
 };
 
+/// One vector at a time: GCC 12 copies an array of them in halves, and loading the whole then waits for both.
+template <class Vector>
+[[gnu::always_inline]] inline void load(Vector (&to)[2], const double* from)
+{
+    __builtin_memcpy(&to[0], from, sizeof(Vector));
+    __builtin_memcpy(&to[1], from + width<Vector>, sizeof(Vector));
+}
+
+template <class Vector>
+[[gnu::always_inline]] inline void store(const Vector (&from)[2], double* to)
+{
+    __builtin_memcpy(to, &from[0], sizeof(Vector));
+    __builtin_memcpy(to + width<Vector>, &from[1], sizeof(Vector));
+}
+
+/// The rows of a tile's column; beyond the edge the last one is repeated.
+template <class Vector>
+[[gnu::always_inline]] inline void load_rows(Vector (&to)[2], const double* from, std::size_t rows)
+{
+    if (rows == tile_rows<Vector>) {
+        load(to, from);
+        return;
+    }
+    double all[tile_rows<Vector>];
+    for (std::size_t r = 0; r < tile_rows<Vector>; ++r)
+        all[r] = from[std::min(r, rows - 1)];
+    load(to, all);
+}
+
+template <class Vector>
+[[gnu::always_inline]] inline void store_rows(const Vector (&from)[2], double* to, std::size_t rows)
+{
+    if (rows == tile_rows<Vector>) {
+        store(from, to);
+        return;
+    }
+    double all[tile_rows<Vector>];
+    store(from, all);
+    for (std::size_t r = 0; r < rows; ++r)
+        to[r] = all[r];
+}
+
 /// One tile of rows by cols elements that takes `depth` terms. `begin` says that its sums start at 0.0.
 template <Update update, class Vector>
 [[gnu::always_inline]] inline void tile(const double* strip, std::size_t depth, const Columns& columns,
                                         std::size_t rows, std::size_t cols, bool begin)
 {
-    constexpr std::size_t w = width<Vector>;
-    const bool whole = rows == tile_rows<Vector> && cols == tile_cols;
     Vector sum[tile_cols][2] = {};
-    if (!begin) {
-        if (whole)
-            for (std::size_t j = 0; j < tile_cols; ++j)
-                __builtin_memcpy(sum[j], columns.m_c[j], sizeof sum[j]);
-        else
-            for (std::size_t j = 0; j < tile_cols; ++j)
-                for (std::size_t r = 0; r < tile_rows<Vector>; ++r)
-                    sum[j][r / w][r % w] = columns.m_c[j][std::min(r, rows - 1)];
-    }
+    if (!begin)
+        for (std::size_t j = 0; j < tile_cols; ++j)
+            load_rows(sum[j], columns.m_c[j], rows);
     const double* const b0 = columns.m_b[0];
     const double* const b1 = columns.m_b[1];
     const double* const b2 = columns.m_b[2];
@@ -92,29 +126,23 @@ template <Update update, class Vector>
     const double* const b5 = columns.m_b[5];
     std::ptrdiff_t from = 0;
     for (std::size_t k = 0; k < depth; ++k, from += stride_of_terms<update>, strip += tile_rows<Vector>) {
-        Vector upper;
-        Vector lower;
-        __builtin_memcpy(&upper, strip, sizeof upper);
-        __builtin_memcpy(&lower, strip + w, sizeof lower);
+        Vector a[2];
+        load(a, strip);
         const double b[tile_cols] = {b0[from], b1[from], b2[from], b3[from], b4[from], b5[from]};
 #pragma GCC unroll 6
         for (std::size_t j = 0; j < tile_cols; ++j) {
             if constexpr (update == Update::product) {
-                sum[j][0] += upper * b[j];
-                sum[j][1] += lower * b[j];
+                sum[j][0] += a[0] * b[j];
+                sum[j][1] += a[1] * b[j];
             } else {
-                sum[j][0] -= upper * b[j];
-                sum[j][1] -= lower * b[j];
+                sum[j][0] -= a[0] * b[j];
+                sum[j][1] -= a[1] * b[j];
             }
         }
     }
-    if (whole)
-        for (std::size_t j = 0; j < tile_cols; ++j)
-            __builtin_memcpy(columns.m_c[j], sum[j], sizeof sum[j]);
-    else
-        for (std::size_t j = 0; j < cols; ++j)
-            for (std::size_t r = 0; r < rows; ++r)
-                columns.m_c[j][r] = sum[j][r / w][r % w];
+    for (std::size_t j = 0; j < tile_cols; ++j)
+        if (j < cols)
+            store_rows(sum[j], columns.m_c[j], rows);
 }
 
 /// Rows `first` to `end` - 1 of C from the same rows of A; column j of B and of C stands where b(j) and c(j) point.
