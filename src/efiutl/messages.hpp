@@ -12,8 +12,10 @@ inline constexpr char matrix_too_big[] = "matrix too big";
 inline constexpr char null_pointer[] = "null pointer";
 inline constexpr char unknown_error[] = "unknown error";
 inline constexpr char domain_error[] = "domain error";
-inline constexpr char too_many_iterations[] = "too many iterations";
 inline constexpr char out_of_memory[] = "out of memory";
+inline constexpr char overflow[] = "overflow";
+inline constexpr char rows_less_than_columns[] = "number of rows less than number of columns";
+inline constexpr char too_many_iterations[] = "too many iterations";
 
 // raised by the entry frame and the entry operations
 inline constexpr char floating_point_exception[] = "floating point exception";

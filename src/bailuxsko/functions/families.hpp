@@ -18,5 +18,6 @@ std::span<const Evl::FunctionRow> small_functions();
 std::span<const Evl::FunctionRow> construction();
 std::span<const Evl::FunctionRow> extremes();
 std::span<const Evl::FunctionRow> sorting();
+std::span<const Evl::FunctionRow> svd();
 
 } // namespace Efi::families

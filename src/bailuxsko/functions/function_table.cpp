@@ -28,6 +28,7 @@ std::vector<Evl::FunctionRow> all_families()
         {"Factorisations", families::lu()},
         {"Linear systems", families::linear_systems()},
         {"Norms and conditions", families::norms()},
+        {"Singular values", families::svd()},
     };
     std::vector<Evl::FunctionRow> rows;
     for (const Family& family : families)
