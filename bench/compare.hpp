@@ -38,6 +38,8 @@ inline std::string processor()
 inline const char* level()
 {
 #if defined(__x86_64__)
+    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_is("intel"))
+        return "avx512";
     return __builtin_cpu_supports("avx2") ? "avx2" : "baseline";
 #else
     return "baseline";

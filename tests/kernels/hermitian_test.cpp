@@ -148,10 +148,7 @@ TEST_P(HermEigenvaluesBits, AreThoseOfTheBaseline)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Levels, HermEigenvaluesBits, testing::Values(native::Level::baseline, native::Level::avx2),
-                         [](const auto& level) {
-                             return std::string(level.param == native::Level::baseline ? "baseline" : "avx2");
-                         });
+INSTANTIATE_TEST_SUITE_P(Levels, HermEigenvaluesBits, support::every_level(), support::level_name);
 
 TEST(HermEigenvalues, Refusals)
 {

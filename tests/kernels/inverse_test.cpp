@@ -90,10 +90,7 @@ TEST_P(InverseBits, ComplexIsThePlainLoops)
     expect_plain(native::complex_inverse, plain::complex_inverse, true, 129);
 }
 
-INSTANTIATE_TEST_SUITE_P(Levels, InverseBits, testing::Values(native::Level::baseline, native::Level::avx2),
-                         [](const auto& level) {
-                             return std::string(level.param == native::Level::baseline ? "baseline" : "avx2");
-                         });
+INSTANTIATE_TEST_SUITE_P(Levels, InverseBits, support::every_level(), support::level_name);
 
 aMatrix* inverse_of(EfiCallContext* ctx, Matrix& A, bool strict)
 {

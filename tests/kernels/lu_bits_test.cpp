@@ -112,9 +112,6 @@ TEST_P(LuBits, ComplexWithoutAnImaginaryArrayIsThePlainLoops)
     expect_plain(native::clu_decomp, plain::clu_decomp, false, 33);
 }
 
-INSTANTIATE_TEST_SUITE_P(Levels, LuBits, testing::Values(native::Level::baseline, native::Level::avx2),
-                         [](const auto& level) {
-                             return std::string(level.param == native::Level::baseline ? "baseline" : "avx2");
-                         });
+INSTANTIATE_TEST_SUITE_P(Levels, LuBits, support::every_level(), support::level_name);
 
 } // namespace

@@ -75,10 +75,7 @@ TEST_P(NormBits, AreThoseOfThePlainSums)
                     expect_same(c, kind, n, complex);
 }
 
-INSTANTIATE_TEST_SUITE_P(Levels, NormBits, testing::Values(native::Level::baseline, native::Level::avx2),
-                         [](const auto& level) {
-                             return std::string(level.param == native::Level::baseline ? "baseline" : "avx2");
-                         });
+INSTANTIATE_TEST_SUITE_P(Levels, NormBits, support::every_level(), support::level_name);
 
 TEST(Norms, ByHand)
 {

@@ -150,10 +150,7 @@ TEST_P(ProductBits, PowersAreThoseOfTheSquaresThatTheyNeed)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Levels, ProductBits, testing::Values(native::Level::baseline, native::Level::avx2),
-                         [](const auto& level) {
-                             return std::string(level.param == native::Level::baseline ? "baseline" : "avx2");
-                         });
+INSTANTIATE_TEST_SUITE_P(Levels, ProductBits, support::every_level(), support::level_name);
 
 Anyval* dispatched(EfiCallContext* ctx, Matrix A, Matrix B)
 {

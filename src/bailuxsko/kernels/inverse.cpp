@@ -95,8 +95,13 @@ void solve_baseline(const Systems& S)
 {
     solve<tiles::Four>(S);
 }
+[[gnu::target("avx512f")]] void solve_avx512(const Systems& S)
+{
+    solve<tiles::Eight>(S);
+}
 #else
 constexpr auto solve_avx2 = solve_baseline;
+constexpr auto solve_avx512 = solve_baseline;
 #endif
 
 } // namespace
@@ -118,10 +123,11 @@ void real_inverse(EfiCallContext* ctx, aMatrix* A, aMatrix** result, bool strict
 
     auto* const right_hand_side = static_cast<double**>(ctx->m_arena->allocate_uncleared(n * sizeof(double*)));
     set_unit_vectors(n, pivots, 0.0, X, right_hand_side);
-    at_level(solve_baseline, solve_avx2)({.LU = copy->m_matrix.m_rv,
-                                          .n = n,
-                                          .right_hand_side = right_hand_side,
-                                          .packed = Efi::uncleared_doubles(ctx, tiles::workspace(n, panel_rows))});
+    at_level(solve_baseline, solve_avx2,
+             solve_avx512)({.LU = copy->m_matrix.m_rv,
+                            .n = n,
+                            .right_hand_side = right_hand_side,
+                            .packed = Efi::uncleared_doubles(ctx, tiles::workspace(n, panel_rows))});
 }
 
 aMatrix* inv2(EfiCallContext* ctx, aMatrix* A, bool strict)

@@ -100,8 +100,13 @@ void solve_baseline(const Systems& S)
 {
     solve<tiles::Four>(S);
 }
+[[gnu::target("avx512f")]] void solve_avx512(const Systems& S)
+{
+    solve<tiles::Eight>(S);
+}
 #else
 constexpr auto solve_avx2 = solve_baseline;
+constexpr auto solve_avx512 = solve_baseline;
 #endif
 
 } // namespace
@@ -129,7 +134,7 @@ void complex_inverse(EfiCallContext* ctx, aMatrix* A, aMatrix** result, bool str
     set_unit_vectors(n, pivots1, 1.0, X_re, re); // the complex routine counts rows from 1
     for (std::size_t p = 0; p < n; ++p)
         im[p] = X_im + (re[p] - X_re);
-    at_level(solve_baseline, solve_avx2)(
+    at_level(solve_baseline, solve_avx2, solve_avx512)(
         {.LU = LU, .re = re, .im = im, .packed = Efi::uncleared_doubles(ctx, tiles::complex_workspace(n, panel_rows))});
     drop_zero_imaginary(*result);
 }

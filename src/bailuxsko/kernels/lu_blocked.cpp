@@ -92,8 +92,16 @@ constexpr Leaves<Elimination> baseline{eliminate_at_baseline, solve_at_baseline,
     subtract_steps<tiles::Four>(E, steps, rows, columns, packed);
 }
 constexpr Leaves<Elimination> avx2{eliminate_at_avx2, solve_at_avx2, subtract_at_avx2, exchange};
+
+[[gnu::target("avx512f")]] void subtract_at_avx512(const Elimination& E, Range steps, Range rows, Range columns,
+                                                   double* packed)
+{
+    subtract_steps<tiles::Eight>(E, steps, rows, columns, packed);
+}
+constexpr Leaves<Elimination> avx512{eliminate_at_avx2, solve_at_avx2, subtract_at_avx512, exchange};
 #else
 constexpr Leaves<Elimination> avx2 = baseline;
+constexpr Leaves<Elimination> avx512 = baseline;
 #endif
 
 } // namespace
@@ -111,6 +119,11 @@ bool eliminate_blocked_baseline(const Elimination& E, double* packed)
 bool eliminate_blocked_avx2(const Elimination& E, double* packed)
 {
     return Recursion<Elimination>(E, avx2, packed).eliminate({0, E.m_n});
+}
+
+bool eliminate_blocked_avx512(const Elimination& E, double* packed)
+{
+    return Recursion<Elimination>(E, avx512, packed).eliminate({0, E.m_n});
 }
 
 } // namespace native

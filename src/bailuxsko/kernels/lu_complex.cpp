@@ -137,7 +137,8 @@ bool eliminate_both_parts(EfiCallContext* ctx, const aMatrix* A, double* scale, 
     if (!blocked)
         return at_level(eliminate_complex_baseline, eliminate_complex_avx2)(E);
     double* const packed = Efi::uncleared_doubles(ctx, blocked_complex_workspace(n));
-    return at_level(eliminate_complex_blocked_baseline, eliminate_complex_blocked_avx2)(E, packed);
+    return at_level(eliminate_complex_blocked_baseline, eliminate_complex_blocked_avx2,
+                    eliminate_complex_blocked_avx512)(E, packed);
 }
 
 /// The largest modulus of U(k, j) times the growth bound of step k, over all steps but the last. The strict test has

@@ -114,9 +114,17 @@ constexpr Leaves<ComplexElimination> baseline{eliminate_at_baseline, solve_at_ba
     return scale_rows(E);
 }
 constexpr Leaves<ComplexElimination> avx2{eliminate_at_avx2, solve_at_avx2, subtract_at_avx2, exchange};
+
+[[gnu::target("avx512f")]] void subtract_at_avx512(const ComplexElimination& E, Range steps, Range rows, Range columns,
+                                                   double* packed)
+{
+    subtract_steps<tiles::Eight>(E, steps, rows, columns, packed);
+}
+constexpr Leaves<ComplexElimination> avx512{eliminate_at_avx2, solve_at_avx2, subtract_at_avx512, exchange};
 #else
 constexpr auto scale_rows_at_avx2 = scale_rows_at_baseline;
 constexpr Leaves<ComplexElimination> avx2 = baseline;
+constexpr Leaves<ComplexElimination> avx512 = baseline;
 #endif
 
 } // namespace
@@ -144,6 +152,11 @@ bool eliminate_complex_blocked_baseline(const ComplexElimination& E, double* pac
 bool eliminate_complex_blocked_avx2(const ComplexElimination& E, double* packed)
 {
     return scale_rows_at_avx2(E) && Recursion<ComplexElimination>(E, avx2, packed).eliminate({0, E.m_n});
+}
+
+bool eliminate_complex_blocked_avx512(const ComplexElimination& E, double* packed)
+{
+    return scale_rows_at_avx2(E) && Recursion<ComplexElimination>(E, avx512, packed).eliminate({0, E.m_n});
 }
 
 } // namespace native

@@ -185,6 +185,7 @@ bool eliminate_complex_avx2(const ComplexElimination& E);
 /// doubles.
 bool eliminate_complex_blocked_baseline(const ComplexElimination& E, double* packed);
 bool eliminate_complex_blocked_avx2(const ComplexElimination& E, double* packed);
+bool eliminate_complex_blocked_avx512(const ComplexElimination& E, double* packed);
 
 std::size_t blocked_complex_workspace(std::size_t n);
 

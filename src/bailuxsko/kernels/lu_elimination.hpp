@@ -93,10 +93,11 @@ struct Elimination {
     return true;
 }
 
-/// The whole elimination, block by block, at either level: E.m_pivots must not be null, and `packed` holds
+/// The whole elimination by recursion on columns, at every level: E.m_pivots must not be null, and `packed` holds
 /// blocked_workspace(n) doubles. False at a pivot of exactly zero.
 bool eliminate_blocked_baseline(const Elimination& E, double* packed);
 bool eliminate_blocked_avx2(const Elimination& E, double* packed);
+bool eliminate_blocked_avx512(const Elimination& E, double* packed);
 
 std::size_t blocked_workspace(std::size_t n);
 

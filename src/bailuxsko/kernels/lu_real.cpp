@@ -99,8 +99,9 @@ void lu_decomp(EfiCallContext* ctx, aMatrix* A, double* pivots, double* sign, bo
     double* const packed = blocked ? Efi::uncleared_doubles(ctx, blocked_workspace(n)) : nullptr;
     if (!scale_rows(E))
         Efi::Throw(msg::singular_matrix, -1);
-    const bool regular = blocked ? at_level(eliminate_blocked_baseline, eliminate_blocked_avx2)(E, packed)
-                                 : at_level(eliminate_baseline, eliminate_avx2)(E);
+    const bool regular =
+        blocked ? at_level(eliminate_blocked_baseline, eliminate_blocked_avx2, eliminate_blocked_avx512)(E, packed)
+                : at_level(eliminate_baseline, eliminate_avx2)(E);
     if (!regular)
         Efi::Throw(msg::singular_matrix, -1);
     const double g = growth(E);

@@ -127,11 +127,21 @@ void complex_tiles_baseline(const ComplexFactors& F, double* packed)
 {
     multiply_complex_tiles<tiles::Four>(F, packed);
 }
+[[gnu::target("avx512f")]] void tiles_avx512(const RealFactors& F, double* packed)
+{
+    multiply_tiles<tiles::Eight>(F, packed);
+}
+[[gnu::target("avx512f")]] void complex_tiles_avx512(const ComplexFactors& F, double* packed)
+{
+    multiply_complex_tiles<tiles::Eight>(F, packed);
+}
 #else
 constexpr auto columns_avx2 = columns_baseline;
 constexpr auto tiles_avx2 = tiles_baseline;
 constexpr auto complex_avx2 = complex_baseline;
 constexpr auto complex_tiles_avx2 = complex_tiles_baseline;
+constexpr auto tiles_avx512 = tiles_baseline;
+constexpr auto complex_tiles_avx512 = complex_tiles_baseline;
 #endif
 
 double* real_product(EfiCallContext* ctx, const aMatrix* A, const double* a, const aMatrix* B, const double* b)
@@ -142,7 +152,8 @@ double* real_product(EfiCallContext* ctx, const aMatrix* A, const double* a, con
     if (A->m_rows < rows_for_tiles)
         at_level(columns_baseline, columns_avx2)(F);
     else
-        at_level(tiles_baseline, tiles_avx2)(F, Efi::uncleared_doubles(ctx, tiles::workspace(F.m, F.depth)));
+        at_level(tiles_baseline, tiles_avx2, tiles_avx512)(F,
+                                                           Efi::uncleared_doubles(ctx, tiles::workspace(F.m, F.depth)));
     return c;
 }
 
@@ -159,7 +170,7 @@ aMatrix* product(EfiCallContext* ctx, const aMatrix* A, const aMatrix* B)
         if (A->m_rows < rows_for_tiles)
             at_level(complex_baseline, complex_avx2)(F);
         else
-            at_level(complex_tiles_baseline, complex_tiles_avx2)(
+            at_level(complex_tiles_baseline, complex_tiles_avx2, complex_tiles_avx512)(
                 F, Efi::uncleared_doubles(ctx, tiles::complex_workspace(A->m_rows, A->m_cols)));
         return C;
     }

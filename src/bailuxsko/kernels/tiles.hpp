@@ -13,16 +13,17 @@ namespace native::tiles {
 /// Doubles side by side. Written out, because the vectoriser of GCC 12 fuses what it finds by itself.
 using Two [[gnu::vector_size(16)]] = double;
 using Four [[gnu::vector_size(32)]] = double;
+using Eight [[gnu::vector_size(64)]] = double;
 
 template <class Vector>
 inline constexpr std::size_t width = sizeof(Vector) / sizeof(double);
 
 /// A tile is two vectors high and six columns wide: its twelve sums, two vectors of the left factor and an element of
-/// the right one fit the sixteen registers of either level.
+/// the right one fit the sixteen registers that every level has.
 template <class Vector>
 inline constexpr std::size_t tile_rows = 2 * width<Vector>;
 inline constexpr std::size_t tile_cols = 6;
-inline constexpr std::size_t most_tile_rows = tile_rows<Four>;
+inline constexpr std::size_t most_tile_rows = tile_rows<Eight>;
 
 inline constexpr std::size_t depth_at_once = 256; ///< so deep, six columns stay in the first cache
 inline constexpr std::size_t rows_at_once = 128;  ///< so many packed rows of that depth stay in the second one
