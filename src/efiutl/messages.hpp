@@ -51,6 +51,13 @@ inline constexpr char row_must_be_uniform_or_strings[] = "row must have uniform 
 inline constexpr char cannot_mix_scalar_and_string[] = "cannot mix scalar and string for this function";
 inline constexpr char may_not_be_nested[] = "may not be nested";
 inline constexpr char unmatched_key_index[] = "unmatched key index";
+inline constexpr char invalid_modifier[] = "invalid modifier";
+inline constexpr char invalid_range[] = "invalid range";
+inline constexpr char illegal_tol[] = "illegal TOL";
+inline constexpr char must_be_of_uniform_units[] = "must be of uniform units";
+inline constexpr char must_be_string_or_scalar[] = "must be a string or a scalar";
+inline constexpr char must_return_integer[] = "This function must return an integer value";
+inline constexpr char no_matching_values_found[] = "no matching values found";
 
 // raised by the host
 inline constexpr char invalid_argument[] = "invalid argument";

@@ -19,5 +19,6 @@ std::span<const Evl::FunctionRow> construction();
 std::span<const Evl::FunctionRow> extremes();
 std::span<const Evl::FunctionRow> sorting();
 std::span<const Evl::FunctionRow> svd();
+std::span<const Evl::FunctionRow> lookup();
 
 } // namespace Efi::families

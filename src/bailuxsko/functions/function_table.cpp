@@ -24,6 +24,7 @@ std::vector<Evl::FunctionRow> all_families()
         {"Construction", families::construction()},
         {"Sorting", families::sorting()},
         {"Smallest and largest", families::extremes()},
+        {"Search and lookup", families::lookup()},
         {"Shape and copies", families::shape()},
         {"Factorisations", families::lu()},
         {"Linear systems", families::linear_systems()},
