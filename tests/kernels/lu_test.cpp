@@ -4,7 +4,11 @@
 #include "tests/support/matrix.hpp"
 #include "tests/support/raises.hpp"
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
+#include <random>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -150,6 +154,31 @@ TEST(Lu, RunsOutOfMemoryCleanly)
         EXPECT_GT(requests, 5U);
         EXPECT_EQ(A.bits(), source.bits());
     }
+}
+
+TEST(LuThreads, SharedMatricesGiveTheBitsOfOneThread)
+{
+    constexpr std::uint32_t n = 90;
+    Matrix A(n, n);
+    std::mt19937_64 random(7);
+    for (std::uint32_t j = 0; j < n; ++j)
+        for (std::uint32_t i = 0; i < n; ++i)
+            A.re(i, j) = std::uniform_real_distribution<double>(-1.0, 1.0)(random);
+    const aMatrix shared = A.record();
+    const auto factors = [&] {
+        aMatrix own = shared;
+        EfiCallContext ctx;
+        return real(native::lu(&ctx, &own));
+    };
+    const std::vector<double> expected = factors();
+    std::array<std::thread, 8> threads;
+    for (std::thread& thread : threads)
+        thread = std::thread([&] {
+            for (int round = 0; round < 20; ++round)
+                EXPECT_EQ(factors(), expected);
+        });
+    for (std::thread& thread : threads)
+        thread.join();
 }
 
 } // namespace

@@ -185,7 +185,7 @@ bool step(Tridiagonal& T, std::size_t l, std::size_t m)
         s = e2[i] / r;
         d[i + 1] = h + s * (h + d[i]);
         g = nonzero(d[i] - e2[i] / g);
-        h = g * p / r;
+        h = g * (p / r); // not (g * p) / r: a product of three leaves the range of numbers first
     }
     e2[l] = s * g;
     d[l] = h;
