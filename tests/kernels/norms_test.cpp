@@ -136,7 +136,7 @@ TEST(Norms, OfRecordsWithoutAnImaginaryOrARealArray)
     neither.m_rv = nullptr;
     const Raised unknown{"unknown error", -1};
     for (const Norm norm :
-         {native::norm1, native::normi, native::complex_norm2, native::cond1, native::condi, native::conde}) {
+         {native::norm1, native::normi, native::norm2, native::cond1, native::condi, native::conde, native::cond2}) {
         EXPECT_EQ(support::raised_by([&] { norm(&ctx, &imaginary); }), unknown);
         EXPECT_EQ(support::raised_by([&] { norm(&ctx, &neither); }), unknown);
     }
@@ -240,7 +240,8 @@ TEST(Norms, RunOutOfMemoryCleanlyAndDoNotWriteTheirArgument)
 {
     support::Random random(11);
     for (const bool complex : {false, true})
-        for (const Norm norm : {native::normi, native::complex_norm2, native::cond1, native::condi, native::conde}) {
+        for (const Norm norm : {native::normi, native::norm2, native::complex_norm2, native::cond1, native::condi,
+                                native::conde, native::cond2}) {
             Matrix A = support::draw(support::kinds[0], 40, 43, complex, random);
             const auto before = A.bits();
             aMatrix record = A.record();

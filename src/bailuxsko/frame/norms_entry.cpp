@@ -42,6 +42,11 @@ Qud::Handle norme(const Qud::Handle& M)
     return norm(native::norme, M);
 }
 
+Qud::Handle norm2(const Qud::Handle& M)
+{
+    return norm(native::norm2, M);
+}
+
 Qud::Handle cond1(const Qud::Handle& M)
 {
     return condition(native::cond1, M);
@@ -55,6 +60,11 @@ Qud::Handle condi(const Qud::Handle& M)
 Qud::Handle conde(const Qud::Handle& M)
 {
     return condition(native::conde, M);
+}
+
+Qud::Handle cond2(const Qud::Handle& M)
+{
+    return condition(native::cond2, M);
 }
 
 } // namespace Efi::Matrix

@@ -1,8 +1,16 @@
-// Condition numbers by the strict inverse.
+// Condition numbers by the strict inverse, in the spectral norm of a real matrix by its singular values.
 #include "bailuxsko/kernels/conditions.hpp"
 
 #include "bailuxsko/kernels/inverse.hpp"
+#include "bailuxsko/kernels/lu_steps.hpp"
 #include "bailuxsko/kernels/norms.hpp"
+#include "bailuxsko/kernels/svd.hpp"
+#include "efiutl/columns.hpp"
+#include "efiutl/messages.hpp"
+#include "efiutl/throw.hpp"
+
+#include <cmath>
+#include <cstddef>
 
 namespace native {
 namespace {
@@ -36,6 +44,23 @@ double condi(EfiCallContext* ctx, aMatrix* A)
 double conde(EfiCallContext* ctx, aMatrix* A)
 {
     return condition(ctx, A, real_norme, complex_norme);
+}
+
+double cond2(EfiCallContext* ctx, aMatrix* A)
+{
+    if (A->m_iv != nullptr)
+        return condition(ctx, A, complex_norm2, complex_norm2);
+    require_square(A);
+    if (A->m_rv == nullptr)
+        Efi::Throw(msg::unknown_error, -1);
+    Anyval* copy = nullptr;
+    ctx->m_arena->cp(reinterpret_cast<const Anyval*>(A), &copy, true, false);
+    svd_values(ctx, &copy->m_matrix);
+    const std::size_t last = A->m_rows - std::size_t{1};
+    const double smallest = Efi::at(&copy->m_matrix, last, last);
+    if (smallest == 0.0)
+        Efi::Throw(msg::singular_matrix, -1);
+    return std::fabs(Efi::at(&copy->m_matrix, 0, 0) / smallest);
 }
 
 } // namespace native

@@ -16,4 +16,9 @@ BAILUXSKO_API double cond1(EfiCallContext* ctx, aMatrix* A); ///< by norm1
 BAILUXSKO_API double condi(EfiCallContext* ctx, aMatrix* A); ///< by normi
 BAILUXSKO_API double conde(EfiCallContext* ctx, aMatrix* A); ///< by norme
 
+/// By norm2. A real matrix is not inverted: it is the quotient of the largest and the smallest singular value, and
+/// "singular matrix" (-1) only where that is exactly zero.
+/// @throws what svd_values raises, besides
+BAILUXSKO_API double cond2(EfiCallContext* ctx, aMatrix* A);
+
 } // namespace native

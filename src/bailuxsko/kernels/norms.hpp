@@ -23,7 +23,12 @@ BAILUXSKO_API double normi(EfiCallContext* ctx, aMatrix* A);
 /// @throws "unknown error" (-1) without any array
 BAILUXSKO_API double norme(EfiCallContext* ctx, aMatrix* A);
 
-/// The routines behind them, which look at the imaginary array to choose between them.
+/// The largest singular value.
+/// @throws "invalid dimension" (-1) without rows or columns, "unknown error" (-1) without a real array, "out of memory"
+///         (-1), and what svd_values raises, of a complex matrix what complex_norm2 does
+BAILUXSKO_API double norm2(EfiCallContext* ctx, aMatrix* A);
+
+/// The routines behind the first three, which look at the imaginary array to choose between them.
 /// A complex one takes a record without an imaginary array as the real one does; complex_norme also takes one without
 /// a real array, and sums what there is.
 BAILUXSKO_API double real_norm1(EfiCallContext* ctx, aMatrix* A);

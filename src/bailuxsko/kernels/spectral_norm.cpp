@@ -6,7 +6,9 @@
 #include "bailuxsko/kernels/hermitian.hpp"
 #include "bailuxsko/kernels/lu_steps.hpp"
 #include "bailuxsko/kernels/product.hpp"
+#include "bailuxsko/kernels/svd.hpp"
 #include "bailuxsko/kernels/transpose.hpp"
+#include "efiutl/columns.hpp"
 #include "efiutl/messages.hpp"
 #include "efiutl/throw.hpp"
 
@@ -15,6 +17,13 @@
 
 namespace native {
 namespace {
+
+/// @throws "unknown error" (-1)
+void require_real_array(const aMatrix* A)
+{
+    if (A->m_rv == nullptr)
+        Efi::Throw(msg::unknown_error, -1);
+}
 
 /// A^H, complex when A is.
 aMatrix* conjugate_transpose(EfiCallContext* ctx, aMatrix* A)
@@ -28,11 +37,22 @@ aMatrix* conjugate_transpose(EfiCallContext* ctx, aMatrix* A)
 
 } // namespace
 
+double norm2(EfiCallContext* ctx, aMatrix* A)
+{
+    if (A->m_iv != nullptr)
+        return complex_norm2(ctx, A);
+    require_square(A);
+    require_real_array(A);
+    Anyval* copy = nullptr;
+    ctx->m_arena->cp(reinterpret_cast<const Anyval*>(A), &copy, true, false);
+    svd_values(ctx, &copy->m_matrix);
+    return std::fabs(Efi::at(&copy->m_matrix, 0, 0));
+}
+
 double complex_norm2(EfiCallContext* ctx, aMatrix* A)
 {
     require_square(A);
-    if (A->m_rv == nullptr)
-        Efi::Throw(msg::unknown_error, -1);
+    require_real_array(A);
     aMatrix* const B = product(ctx, conjugate_transpose(ctx, A), A);
     drop_zero_imaginary(B);
     const std::size_t n = A->m_rows;
