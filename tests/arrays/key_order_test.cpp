@@ -22,15 +22,40 @@ std::vector<std::uint32_t> order_of(const Keys& keys)
     return p;
 }
 
+std::uint64_t bits_of(double x)
+{
+    return std::bit_cast<std::uint64_t>(x);
+}
+
 void expect_plain_order(const Keys& keys, const char* kind)
 {
-    ASSERT_EQ(order_of(keys), support::plain_heap_sort(keys, support::ascends)) << kind << ", " << keys.size();
+    const std::vector<std::uint32_t> expected = support::plain_heap_sort(keys, support::ascends);
+    ASSERT_EQ(order_of(keys), expected) << kind << ", " << keys.size();
+    Keys sorted(keys.size());
+    if (!Efi::ascending_keys(keys, sorted))
+        return;
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        ASSERT_EQ(bits_of(sorted[i]), bits_of(keys[expected[i]])) << kind << ", " << keys.size();
 }
 
 TEST(KeyOrder, AllSmallCasesAreThoseOfThePlainForm)
 {
     for (std::size_t n = 0; n <= 6; ++n)
         support::for_all_keys(n, [](const Keys& keys) { expect_plain_order(keys, "small"); });
+}
+
+TEST(KeyOrder, KeysThatCanBeToldApartNeedThePermutation)
+{
+    const auto by_themselves = [](Keys keys) {
+        Keys sorted(keys.size());
+        return Efi::ascending_keys(keys, sorted);
+    };
+    EXPECT_TRUE(by_themselves({3, 1, 2, 1}));
+    EXPECT_TRUE(by_themselves({0.0, 1, 0.0}));
+    EXPECT_TRUE(by_themselves({-0.0, 1, -0.0}));
+    EXPECT_FALSE(by_themselves({-0.0, 1, 0.0}));
+    EXPECT_FALSE(by_themselves({1, std::nan("")}));
+    EXPECT_FALSE(by_themselves({-std::nan(""), 1}));
 }
 
 double any_bits(Random& random)
@@ -58,6 +83,18 @@ const Kind kinds[] = {
          }},
     {.name = "infinities",
      .key = [](Random& r) { return r() % 3 == 0 ? std::ldexp(r() % 2 == 0 ? 1.0 : -1.0, 1023) * 2 : 1.0; }},
+    {.name = "different in their lowest bits only, and some far away",
+     .key =
+         [](Random& r) {
+             const auto low = static_cast<double>(r() % (std::uint64_t{1} << 40));
+             return r() % 100 == 0 ? -low : 1.0 + std::ldexp(low, -52);
+         }},
+    {.name = "different in few of their lowest bits, and some far away",
+     .key =
+         [](Random& r) {
+             const auto low = static_cast<double>(r() % 512);
+             return r() % 100 == 0 ? -low : 1.0 + std::ldexp(low, -52);
+         }},
     {.name = "tiny", .key = [](Random& r) { return std::bit_cast<double>(r() % 100000); }},
     {.name = "a NaN here and there", .key = [](Random& r) { return r() % 61 == 0 ? std::nan("") : any_bits(r); }},
     {.name = "any bits", .key = any_bits},

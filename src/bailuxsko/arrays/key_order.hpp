@@ -11,4 +11,9 @@ namespace Efi {
 /// equal keys (both zeros are equal) and of keys among NaN is the required one.
 BAILUXSKO_API void ascending_order(std::span<const double> keys, std::span<std::uint32_t> p);
 
+/// Puts the keys themselves in ascending order where nobody can see which of two equal ones comes first.
+/// @param sorted   as many numbers; content undefined when the answer is no
+/// @return         false for keys with a NaN or with zeros of both signs, which need the permutation
+BAILUXSKO_API bool ascending_keys(std::span<const double> keys, std::span<double> sorted);
+
 } // namespace Efi

@@ -49,10 +49,26 @@ void order_texts(const Keys& keys, std::span<std::uint32_t> p)
 
 void order_numbers(const Keys& keys, std::span<std::uint32_t> p)
 {
+    if (keys.sorted == Sorted::rows) {
+        ascending_order({&keys.M.m_rarr[keys.M.storage_index(0, keys.k)], p.size()}, p);
+        return;
+    }
     std::vector<double, pool_allocator<double>> numbers(p.size());
     for (std::size_t i = 0; i < p.size(); ++i)
         numbers[i] = keys.number(i);
     ascending_order(numbers, p);
+}
+
+/// A matrix that holds nothing but its keys, real numbers of one unit, in ascending order; null where equal keys could
+/// be told apart.
+Qud::Handle sorted_by_itself(const Qud::MatVal& M, const Keys& keys)
+{
+    if (M.count() != keys.count() || M.HasImag() || !M.IsUniformScalar())
+        return nullptr;
+    Qud::FreshNumbers numbers = Qud::fresh_numbers(M.count());
+    if (!ascending_keys({M.m_rarr.get(), M.count()}, {numbers.get(), M.count()}))
+        return nullptr;
+    return Qud::MatVal::make(M.Rows(), M.Cols(), std::move(numbers), nullptr, M.m_dim);
 }
 
 Qud::SharedNumbers moved(const Qud::SharedNumbers& source, const Qud::MatVal& M, const Permutation& p, Sorted sorted)
@@ -124,6 +140,8 @@ Qud::Handle sortMat(const Qud::MatVal& M, std::size_t k, int d)
     const Keys keys{.M = M, .k = k, .sorted = sorted};
     if (keys.count() < 2)
         return M.copy();
+    if (Qud::Handle whole = sorted_by_itself(M, keys))
+        return whole;
     Permutation p(keys.count());
     if (keys.are_texts())
         order_texts(keys, p);
