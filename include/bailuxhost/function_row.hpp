@@ -107,13 +107,13 @@ struct Adapter<Operation> {
 } // namespace detail
 
 /// What a row needs to know of an entry operation beyond its texts: how to call it and with how many arguments.
-/// `optional` trailing arguments may be absent; a variadic operation takes at least one argument.
+/// `optional` trailing arguments may be absent; a variadic operation takes at least one argument, or none with 1.
 template <auto Operation>
 consteval FunctionRow calling(FunctionRow row, std::size_t optional = 0)
 {
     using A = detail::Adapter<Operation>;
     row.entry = &A::call;
-    row.least = A::is_variadic ? 1 : A::arguments - optional;
+    row.least = (A::is_variadic ? 1 : A::arguments) - optional;
     row.most = A::is_variadic ? Qud::FunVal::any_count : A::arguments;
     row.takes_origin = A::takes_origin;
     row.takes_tol = A::takes_tol;

@@ -136,6 +136,9 @@ public:
     static Handle Canonicalize(const Handle& matrix);
     /// The same numbers with no units; entries stay.
     Handle StripDimension() const;
+    /// Raises unless this is one column of real numbers, of whatever units, without an imaginary array.
+    /// @throws "must be real vector" (index)
+    void assertRealVector(int index) const;
     /// The packed real parts, column-major with leading dimension Rows.
     void PackReal(double* destination) const;
     /// This matrix of plain numbers with the units of a pattern: element (i, j) gets row i times column j.

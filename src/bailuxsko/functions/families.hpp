@@ -20,5 +20,8 @@ std::span<const Evl::FunctionRow> extremes();
 std::span<const Evl::FunctionRow> sorting();
 std::span<const Evl::FunctionRow> svd();
 std::span<const Evl::FunctionRow> lookup();
+std::span<const Evl::FunctionRow> divisors();
+std::span<const Evl::FunctionRow> notations();
+std::span<const Evl::FunctionRow> statistics();
 
 } // namespace Efi::families

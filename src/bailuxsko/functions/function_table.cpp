@@ -30,6 +30,9 @@ std::vector<Evl::FunctionRow> all_families()
         {"Linear systems", families::linear_systems()},
         {"Norms and conditions", families::norms()},
         {"Singular values", families::svd()},
+        {"Notations", families::notations()},
+        {"Statistics", families::statistics()},
+        {"Whole numbers", families::divisors()},
     };
     std::vector<Evl::FunctionRow> rows;
     for (const Family& family : families)

@@ -291,6 +291,12 @@ Handle MatVal::with_units(Units units) const
     return make(std::move(other));
 }
 
+void MatVal::assertRealVector(int index) const
+{
+    if (Cols() != 1 || HasImag() || has_entries())
+        Evl::Run::AppException::Raise(msg::must_be_real_vector, index);
+}
+
 void MatVal::PackReal(double* destination) const
 {
     copy_columns(m_rarr.get() + m_offset, Anr(), destination, Rows(), Cols());
