@@ -9,6 +9,9 @@ namespace Efi::families {
 
 std::span<const Evl::FunctionRow> shape();
 std::span<const Evl::FunctionRow> lu();
+std::span<const Evl::FunctionRow> cholesky();
+std::span<const Evl::FunctionRow> qr();
+std::span<const Evl::FunctionRow> rref();
 std::span<const Evl::FunctionRow> linear_systems();
 std::span<const Evl::FunctionRow> norms();
 std::span<const Evl::FunctionRow> arithmetic();

@@ -1,0 +1,262 @@
+// Givens QR on strips of columns (Golub and Van Loan, Matrix Computations, section 5.2.5). The rotations of a panel of
+// columns are found there, and carried out in the other strips afterwards, three sweeps in one pass: when the first
+// sweep has rotated rows i - 1 and i, the second may rotate rows i and i + 1, and the third rows i + 1 and i + 2 (Van
+// Zee, van de Geijn and Quintana-Orti, Restructuring the tridiagonal and bidiagonal QR algorithms for performance, ACM
+// TOMS 40, 2014).
+// Ours: every element takes its rotations in the order of the plain loops, also the zeros left of the column that is
+// being rotated, whose signs change.
+#include "bailuxsko/kernels/qr_strips.hpp"
+
+#include "bailuxsko/kernels/tiles.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace native {
+namespace {
+
+constexpr std::size_t width = RowStrips::width;
+constexpr std::size_t panel = 4;    // strips whose rotations are found together
+constexpr std::size_t together = 3; // sweeps in one pass
+
+/// In place of a rotation that is left out: no rotation has both zero.
+constexpr Rotation none{.c = 0.0, .s = 0.0};
+[[gnu::always_inline]] inline bool is_none(Rotation G)
+{
+    return G.c == 0.0 && G.s == 0.0;
+}
+
+/// A sweep up a column: row i and the one above it are rotated by m_rotations[i], i from the last row to m_pivot + 1.
+struct Sweep {
+    std::size_t m_pivot;
+    const Rotation* m_rotations;
+    bool m_complete; // none is left out
+};
+
+/// Rotates two rows of vectors.
+template <class Vector, std::size_t vectors>
+[[gnu::always_inline]] inline void rotate(Rotation G, Vector (&upper)[vectors], Vector (&lower)[vectors])
+{
+#pragma GCC unroll 4
+    for (std::size_t v = 0; v < vectors; ++v) {
+        const Vector u = upper[v];
+        const Vector w = lower[v];
+        upper[v] = u * G.c + w * G.s;
+        lower[v] = w * G.c - u * G.s;
+    }
+}
+
+template <class Vector, std::size_t vectors>
+[[gnu::always_inline]] inline void load(Vector (&row)[vectors], const double* from)
+{
+    __builtin_memcpy(row, from, sizeof row);
+}
+
+template <class Vector, std::size_t vectors>
+[[gnu::always_inline]] inline void save(const Vector (&row)[vectors], double* to)
+{
+    __builtin_memcpy(to, row, sizeof row);
+}
+
+/// One sweep in one strip; the row that two neighbouring rotations share stays in registers.
+template <class Vector>
+[[gnu::always_inline]] inline void apply(const Sweep& sweep, double* strip, std::size_t m)
+{
+    constexpr std::size_t vectors = width / tiles::width<Vector>;
+    Vector lower[vectors];
+    Vector upper[vectors];
+    load(lower, strip + (m - 1) * width);
+    for (std::size_t i = m - 1; i > sweep.m_pivot; --i) {
+        const Rotation G = sweep.m_rotations[i];
+        load(upper, strip + (i - 1) * width);
+        if (!is_none(G))
+            rotate(G, upper, lower);
+        save(lower, strip + i * width);
+        for (std::size_t v = 0; v < vectors; ++v)
+            lower[v] = upper[v];
+    }
+    save(lower, strip + sweep.m_pivot * width);
+}
+
+/// Three complete sweeps, each with a pivot one row below the one before, in some columns of a strip. The third must
+/// have a rotation.
+template <class Vector>
+[[gnu::always_inline]] inline void apply_three(const Sweep* sweeps, double* columns, std::size_t m)
+{
+    constexpr std::size_t vectors = 2;
+    const Rotation* const first = sweeps[0].m_rotations;
+    const Rotation* const second = sweeps[1].m_rotations;
+    const Rotation* const third = sweeps[2].m_rotations;
+    Vector row[vectors];      // row i - 1
+    Vector below[3][vectors]; // rows i, i + 1 and i + 2
+    load(below[1], columns + (m - 2) * width);
+    load(below[2], columns + (m - 1) * width);
+    load(below[0], columns + (m - 3) * width);
+    rotate(first[m - 1], below[1], below[2]);
+    rotate(first[m - 2], below[0], below[1]);
+    rotate(second[m - 1], below[1], below[2]);
+    for (std::size_t i = m - 3; i > sweeps[0].m_pivot; --i) {
+        load(row, columns + (i - 1) * width);
+        rotate(first[i], row, below[0]);
+        rotate(second[i + 1], below[0], below[1]);
+        rotate(third[i + 2], below[1], below[2]);
+        save(below[2], columns + (i + 2) * width);
+#pragma GCC unroll 2
+        for (std::size_t v = 0; v < vectors; ++v) {
+            below[2][v] = below[1][v];
+            below[1][v] = below[0][v];
+            below[0][v] = row[v];
+        }
+    }
+    double* const pivot = columns + sweeps[0].m_pivot * width;
+    save(below[0], pivot);
+    save(below[1], pivot + width);
+    save(below[2], pivot + 2 * width);
+}
+
+/// Whether three sweeps can be carried out in one pass.
+[[gnu::always_inline]] inline bool are_in_step(const Sweep* sweeps, std::size_t m)
+{
+    for (std::size_t k = 0; k < together; ++k)
+        if (!sweeps[k].m_complete || sweeps[k].m_pivot != sweeps[0].m_pivot + k)
+            return false;
+    return sweeps[2].m_pivot + 1 < m;
+}
+
+/// All sweeps of a panel in a strip outside it.
+template <class Vector>
+[[gnu::always_inline]] inline void apply_all(const Sweep* sweeps, std::size_t count, double* strip, std::size_t m)
+{
+    for (std::size_t k = 0; k < count;) {
+        if (k + together <= count && are_in_step(sweeps + k, m)) {
+            for (std::size_t from = 0; from < width; from += 2 * tiles::width<Vector>)
+                apply_three<Vector>(sweeps + k, strip + from, m);
+            k += together;
+        } else {
+            apply<Vector>(sweeps[k], strip, m);
+            ++k;
+        }
+    }
+}
+
+/// The strips in which rotations are found, and where the pivots have got to.
+class Panel {
+public:
+    Panel(const RowStrips& S, std::size_t first, std::size_t pivot)
+        : m_S(S), m_first(first), m_end(std::min(first + panel, S.strips_of_R())), m_pivot(pivot)
+    {
+    }
+
+    /// Every column of the panel, until all rows have a pivot.
+    template <class Vector>
+    [[gnu::always_inline]] void find_rotations()
+    {
+        const std::size_t end = std::min(m_end * width, m_S.m_cols);
+        for (std::size_t j = m_first * width; j < end && m_pivot < m_S.m_rows; ++j) {
+            double* const column = m_S.strip(j / width) + j % width;
+            double sum = 0.0;
+            for (std::size_t i = 0; i < m_S.m_rows; ++i)
+                sum += column[i * width] * column[i * width];
+            const double norm = std::sqrt(sum);
+            if (norm == 0.0)
+                continue;
+            if (sweep<Vector>(column, Tolerance(j + 1, norm, m_S.m_rows - m_pivot)))
+                ++m_pivot;
+            for (std::size_t i = m_pivot; i < m_S.m_rows; ++i)
+                column[i * width] = 0.0;
+        }
+    }
+
+    const Sweep* sweeps() const { return m_sweeps; }
+    std::size_t count() const { return m_count; }
+    std::size_t end() const { return m_end; }
+    std::size_t pivot() const { return m_pivot; }
+
+private:
+    /// A sweep up the column; whether the column has a pivot.
+    template <class Vector>
+    [[gnu::always_inline]] bool sweep(const double* column, const Tolerance& tolerance)
+    {
+        constexpr std::size_t vectors = width / tiles::width<Vector>;
+        const std::size_t m = m_S.m_rows;
+        Rotation* const rotations = m_S.m_rotations + m_count * m;
+        const bool has_pivot = !tolerance.negligible(column[m_pivot * width]);
+        bool is_rotated = false;
+        bool complete = true;
+        double b = column[(m - 1) * width];
+        for (std::size_t i = m - 1; i > m_pivot; --i) {
+            const double a = column[(i - 1) * width];
+            if (tolerance.negligible(b)) {
+                rotations[i] = none;
+                complete = false;
+                b = a;
+                continue;
+            }
+            is_rotated = true;
+            const Rotation G = rotation(a, b);
+            rotations[i] = G;
+            b = a * G.c + b * G.s;
+            for (std::size_t t = m_first; t < m_end; ++t) {
+                double* const row = m_S.strip(t) + (i - 1) * width;
+                Vector upper[vectors];
+                Vector lower[vectors];
+                load(upper, row);
+                load(lower, row + width);
+                rotate(G, upper, lower);
+                save(upper, row);
+                save(lower, row + width);
+            }
+        }
+        if (is_rotated) // a column that is rotated has a pivot, so there are no more sweeps than pivots
+            m_sweeps[m_count++] = {.m_pivot = m_pivot, .m_rotations = rotations, .m_complete = complete};
+        return has_pivot || is_rotated;
+    }
+
+    const RowStrips& m_S;
+    std::size_t m_first;
+    std::size_t m_end;
+    std::size_t m_pivot;
+    std::size_t m_count = 0;
+    Sweep m_sweeps[panel * width];
+};
+
+template <class Vector>
+[[gnu::always_inline]] inline void rotate_strips(const RowStrips& S)
+{
+    std::size_t pivot = 0;
+    for (std::size_t first = 0; first < S.strips_of_R() && pivot < S.m_rows;) {
+        Panel P(S, first, pivot);
+        P.find_rotations<Vector>();
+        for (std::size_t t = 0; t < S.strips(); ++t)
+            if (t < first || t >= P.end())
+                apply_all<Vector>(P.sweeps(), P.count(), S.strip(t), S.m_rows);
+        pivot = P.pivot();
+        first = P.end();
+    }
+}
+
+} // namespace
+
+std::size_t saved_sweeps(std::size_t m, std::size_t n)
+{
+    return std::min({m, n, panel * width});
+}
+
+void rotate_strips_baseline(const RowStrips& S)
+{
+    rotate_strips<tiles::Two>(S);
+}
+
+#if defined(__x86_64__)
+[[gnu::target("avx2")]] void rotate_strips_avx2(const RowStrips& S)
+{
+    rotate_strips<tiles::Four>(S);
+}
+#else
+void rotate_strips_avx2(const RowStrips& S)
+{
+    rotate_strips_baseline(S);
+}
+#endif
+
+} // namespace native

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "efiutl/records.hpp"
+#include "tests/support/raises.hpp"
+
+#include <bit>
+#include <cfenv>
+#include <cmath>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+namespace support {
+
+/// All that a kernel shows: what it raises, its flags, and the bits of its result. Which of two NaNs an operation hands
+/// on is up to the compiler's order of operands, so all NaNs count as one.
+struct Outcome {
+    Raised raised;
+    std::vector<std::uint64_t> bits;
+    int flags = 0;
+
+    bool operator==(const Outcome&) const = default;
+};
+
+/// The bits of the real parts column by column, all NaNs alike.
+inline std::vector<std::uint64_t> bits_of(const aMatrix* M)
+{
+    std::vector<std::uint64_t> all;
+    for (std::size_t j = 0; j < M->m_cols; ++j)
+        for (std::size_t i = 0; i < M->m_rows; ++i) {
+            const double x = M->m_rv[i + j * M->m_anr];
+            all.push_back(std::bit_cast<std::uint64_t>(std::isnan(x) ? std::numeric_limits<double>::quiet_NaN() : x));
+        }
+    return all;
+}
+
+/// What running the kernel shows; `kernel` hands out its result. Flags and result of a kernel that raises do not count.
+template <std::invocable Kernel>
+Outcome outcome_of(Kernel kernel)
+{
+    Outcome result;
+    std::feclearexcept(FE_ALL_EXCEPT);
+    result.raised = raised_by([&] {
+        const aMatrix* const M = kernel();
+        result.flags = std::fetestexcept(FE_OVERFLOW | FE_DIVBYZERO | FE_INVALID);
+        result.bits = bits_of(M);
+    });
+    return result;
+}
+
+} // namespace support
