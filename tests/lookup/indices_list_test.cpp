@@ -94,9 +94,9 @@ TEST(IndicesList, ArraysThatItGrewOutOfStay)
 
 TEST(IndicesList, SeveralHitsAtOnceAreTheSameAsOneByOne)
 {
-    std::array<std::uint8_t, 64> offsets{};
+    std::array<std::uint16_t, 64> offsets{};
     for (std::size_t k = 0; k < offsets.size(); ++k)
-        offsets[k] = static_cast<std::uint8_t>(k);
+        offsets[k] = static_cast<std::uint16_t>(k);
     for (std::size_t size = 1; size <= offsets.size(); ++size) {
         EfiCallContext context;
         indicesList at_once(&context);

@@ -250,6 +250,26 @@ TEST(Lookup, TextsOfAMillionCharacters)
     EXPECT_EQ(column(Efi::EfiLookup::Vlookup({}, {}, text(shorter), T, number(1), eq)), std::vector<double>{2});
 }
 
+TEST(Lookup, TextsThatDifferInOneByte)
+{
+    for (std::size_t length = 1; length <= 24; ++length) {
+        const std::string wanted(length, 'x');
+        Qud::MatBuilder keys(static_cast<std::uint32_t>(length) + 3, 1);
+        for (std::size_t k = 0; k < length; ++k) {
+            std::string other = wanted;
+            other[k] = 'y';
+            keys.set(k, 0, text(other));
+        }
+        keys.set(length, 0, text(wanted));
+        keys.set(length + 1, 0, text(wanted + 'x'));
+        keys.set(length + 2, 0, text(wanted.substr(1)));
+        const Handle T = keys.finish();
+        EXPECT_EQ(column(Efi::EfiLookup::Match({}, {}, text(wanted), T, eq)),
+                  std::vector<double>{static_cast<double>(length)});
+        EXPECT_EQ(column(Efi::EfiLookup::Match({}, {}, text(wanted), T, text("not"))).size(), length + 2);
+    }
+}
+
 TEST(Lookup, TextsWithZerosInside)
 {
     Qud::MatBuilder keys(3, 1);

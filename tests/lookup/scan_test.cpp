@@ -2,6 +2,7 @@
 #include "bailuxsko/lookup/match.hpp"
 #include "bailuxsko/lookup/predicates.hpp"
 #include "tests/lookup/tables.hpp"
+#include "tests/support/levels.hpp"
 #include "tests/support/values.hpp"
 
 #include <cmath>
@@ -109,7 +110,10 @@ Efi::IndexRange all(std::size_t count)
     return {.first = 0, .end = count};
 }
 
-TEST(Scan, FindsWhatALookAtEachElementFinds)
+class Scan : public support::AtLevel {};
+INSTANTIATE_TEST_SUITE_P(Levels, Scan, support::every_level(), support::level_name);
+
+TEST_P(Scan, FindsWhatALookAtEachElementFinds)
 {
     over_tables([](const Qud::MatVal& M, support::Random& random) {
         const Search s = drawn(M, random);
@@ -130,7 +134,7 @@ TEST(Scan, FindsWhatALookAtEachElementFinds)
     });
 }
 
-TEST(Scan, FindsTextsAmongEverything)
+TEST_P(Scan, FindsTextsAmongEverything)
 {
     over_tables([](const Qud::MatVal& M, support::Random&) {
         for (const char* wanted : {"a", "", "b"}) {
@@ -165,7 +169,7 @@ double plain_distance(const Qud::MatVal& M, double t)
     return smallest;
 }
 
-TEST(Scan, FindsTheNearest)
+TEST_P(Scan, FindsTheNearest)
 {
     over_tables([](const Qud::MatVal& M, support::Random& random) {
         for (const double off : {0.0, 0.375, 1e-4}) {
@@ -194,7 +198,7 @@ public:
     bool eval(const Qud::NumVal& x) const override { return x.get_IsInt(); }
 };
 
-TEST(Scan, AsksAPredicateThatTestsOneByOne)
+TEST_P(Scan, AsksAPredicateThatTestsOneByOne)
 {
     over_tables([](const Qud::MatVal& M, support::Random&) {
         const auto whole = [](const Handle& element) {
@@ -208,7 +212,7 @@ TEST(Scan, AsksAPredicateThatTestsOneByOne)
     });
 }
 
-TEST(Scan, HitsThatOutgrowTheListStayInOrder)
+TEST_P(Scan, HitsThatOutgrowTheListStayInOrder)
 {
     constexpr std::uint32_t rows = 30000;
     Qud::FreshNumbers numbers = Qud::fresh_numbers(2 * rows);

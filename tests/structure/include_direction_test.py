@@ -15,7 +15,7 @@ MAY_INCLUDE = {
     "kernels": {"efiutl"},
     "frame": HOST | {"public", "kernels"},
     "lapack": HOST | {"public", "frame"},
-    "lookup": HOST | {"public", "frame"},
+    "lookup": HOST | {"public", "frame", "kernels"},
     "arrays": HOST | {"public", "frame"},
     "scalar": HOST | {"public", "frame"},
     "algebra": HOST | {"public", "lapack", "frame", "kernels"},

@@ -47,12 +47,12 @@ void indicesList::insert(std::int32_t row, std::int32_t col)
     ++m_count;
 }
 
-void indicesList::insert(std::int32_t first_row, std::span<const std::uint8_t> offsets, std::int32_t col)
+void indicesList::insert(std::int32_t first_row, std::span<const std::uint16_t> offsets, std::int32_t col)
 {
     while (m_capacity - m_count < offsets.size())
         growArray();
     std::transform(offsets.begin(), offsets.end(), m_arrays->m_rows + m_count,
-                   [first_row](std::uint8_t offset) { return first_row + offset; });
+                   [first_row](std::uint16_t offset) { return first_row + offset; });
     std::fill_n(m_arrays->m_cols + m_count, offsets.size(), col);
     m_count += static_cast<std::uint32_t>(offsets.size());
 }

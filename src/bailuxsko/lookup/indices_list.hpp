@@ -29,7 +29,7 @@ public:
     /// @throws "out of memory" (-1)
     void insert(std::int32_t row, std::int32_t col);
     /// Several hits of one column: rows `first_row` plus each offset. @throws "out of memory" (-1)
-    void insert(std::int32_t first_row, std::span<const std::uint8_t> offsets, std::int32_t col);
+    void insert(std::int32_t first_row, std::span<const std::uint16_t> offsets, std::int32_t col);
 
     std::uint32_t count() const noexcept { return m_count; }
     std::uint32_t capacity() const noexcept { return m_capacity; }

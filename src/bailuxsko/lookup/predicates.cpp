@@ -28,6 +28,11 @@ std::optional<NumberTest> comparison_pred::number_test() const
     return std::nullopt;
 }
 
+TextTest comparison_pred::text_test() const
+{
+    return TextTest::one_by_one;
+}
+
 bool comparison_pred::evalElem(const Qud::Handle& element, const Qud::Dim& unit) const
 {
     if (m_usrfn)

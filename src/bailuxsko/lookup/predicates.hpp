@@ -2,7 +2,7 @@
 
 #include "bailuxhost/matval.hpp"
 #include "bailuxhost/value.hpp"
-#include "bailuxsko/lookup/number_tests.hpp"
+#include "bailuxsko/kernels/number_tests.hpp"
 #include "efiutl/api.hpp"
 
 #include <optional>
@@ -11,6 +11,12 @@
 /// The conditions that elements of a matrix are searched for. A predicate keeps the target that it was made with; its
 /// text and its function live as long as that value.
 namespace Efi {
+
+namespace number_tests = native::number_tests;
+using native::NumberTest;
+
+/// How texts meet a target that is a text.
+enum class TextTest { one_by_one, same, other };
 
 class BAILUXSKO_API comparison_pred {
 public:
@@ -22,9 +28,10 @@ public:
     virtual bool eval(const Qud::NumVal& number) const;
     virtual bool eval(const std::string& text) const;
     virtual bool eval(const Qud::Handle& other) const;
-    /// The test of numbers with unit m_tdim that `eval` makes (numbers of other units are none), so that whole columns
-    /// can be tested at once; nothing where numbers have to be asked one by one.
+    // What `eval` does, said so that whole columns can be tested at once; by itself a predicate is asked one by one.
+    // The test of numbers is for those of the unit m_tdim, and others are no hits.
     virtual std::optional<NumberTest> number_test() const;
+    virtual TextTest text_test() const;
     virtual ~comparison_pred();
 
     /// Whether an element is a hit: the user's function gets all of them; numbers, in the unit that the matrix gives
@@ -56,6 +63,7 @@ public:
     bool eval(const Qud::NumVal& number) const override;
     bool eval(const std::string& text) const override;
     std::optional<NumberTest> number_test() const override;
+    TextTest text_test() const override { return TextTest::same; }
 };
 
 /// The opposite among what can be compared: numbers of the target's unit, texts where the target is one.
@@ -67,6 +75,7 @@ public:
     bool eval(const Qud::NumVal& number) const override;
     bool eval(const std::string& text) const override;
     std::optional<NumberTest> number_test() const override;
+    TextTest text_test() const override { return TextTest::other; }
 };
 
 /// Numbers by their real part alone.

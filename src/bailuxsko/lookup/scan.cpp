@@ -1,14 +1,18 @@
 // One predicate over the elements of some rows and columns. Whole runs of numbers are tested where they lie; texts and
 // users' functions see one element at a time.
+#include "bailuxsko/kernels/search.hpp"
 #include "bailuxsko/lookup/match.hpp"
 #include "efiutl/messages.hpp"
 #include "efiutl/throw.hpp"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <span>
-#include <variant>
+#include <string>
 
 namespace Efi {
 
@@ -20,7 +24,7 @@ public:
     ColumnHits(indicesList& hits, std::size_t col, Qud::Origin origin) : m_hits(hits), m_col(col), m_origin(origin) {}
 
     void add(std::size_t row) { m_hits.insert(index(row), index(m_col)); }
-    void add(std::size_t first_row, std::span<const std::uint8_t> offsets)
+    void add(std::size_t first_row, std::span<const std::uint16_t> offsets)
     {
         index(first_row + offsets.back());
         m_hits.insert(index(first_row), offsets, index(m_col));
@@ -40,34 +44,60 @@ private:
     Qud::Origin m_origin;
 };
 
-template <class Test>
-void scan_run(const NumberRun& run, const Test& test, std::size_t first_row, ColumnHits& hits)
-{
-    if constexpr (Test::reads_imaginary) {
-        if (run.im == nullptr)
-            return scan_run(run, test.of_reals(), first_row, hits);
-    }
-    for_each_hit_of_run(run, test, [&](std::size_t first, std::span<const std::uint8_t> offsets) {
-        hits.add(first_row + first, offsets);
-    });
-}
-
 void scan_numbers(const Qud::MatVal& M, std::size_t j, IndexRange rows, const Qud::Dim& unit, const NumberTest& test,
                   ColumnHits& hits)
 {
+    std::array<std::uint16_t, native::most_searched> places;
     for_each_run(M, j, rows, unit, [&](IndexRange run) {
-        std::visit([&](const auto& t) { scan_run(numbers_of(M, j, run), t, run.first, hits); }, test);
+        for (std::size_t first = run.first; first < run.end; first += native::most_searched) {
+            const std::size_t count = std::min(native::most_searched, run.end - first);
+            const std::size_t index = M.storage_index(first, j);
+            const std::size_t found = native::find(
+                test, M.m_rarr.get() + index, M.HasImag() ? M.m_iarr.get() + index : nullptr, count, places.data());
+            if (found != 0)
+                hits.add(first, {places.data(), found});
+        }
     });
 }
+
+/// The same bytes; most texts that differ do so in their lengths or, as numbered names do, in the last eight bytes.
+class SameText {
+public:
+    explicit SameText(const std::string& text) : m_text(text), m_tail(tail(text)) {}
+
+    bool operator()(const std::string& other) const
+    {
+        return other.size() == m_text.size() && tail(other) == m_tail && other == m_text;
+    }
+
+private:
+    static std::uint64_t tail(const std::string& text)
+    {
+        std::uint64_t bytes = 0;
+        if (text.size() >= sizeof bytes)
+            std::memcpy(&bytes, text.data() + text.size() - sizeof bytes, sizeof bytes);
+        return bytes;
+    }
+
+    const std::string& m_text;
+    std::uint64_t m_tail;
+};
 
 /// Only texts can meet a target that is a text.
 void scan_texts(const Qud::MatVal& M, std::size_t j, IndexRange rows, const comparison_pred& predicate,
                 ColumnHits& hits)
 {
     const std::size_t top = M.storage_index(0, j);
-    for (const Qud::Entry& e : entries_of_column(M, j, rows))
-        if (predicate.evalElem(e.value, Qud::Dim::identity))
+    const TextTest test = predicate.text_test();
+    const SameText is_target(*predicate.m_str);
+    for (const Qud::Entry& e : entries_of_column(M, j, rows)) {
+        const Qud::StrVal* const text = Qud::as_text(e.value);
+        const bool is_hit = text != nullptr && test != TextTest::one_by_one
+                                ? is_target(text->text()) == (test == TextTest::same)
+                                : predicate.evalElem(e.value, Qud::Dim::identity);
+        if (is_hit)
             hits.add(e.index - top);
+    }
 }
 
 void scan_elements(const Qud::MatVal& M, std::size_t j, IndexRange rows, const comparison_pred& predicate,
@@ -107,7 +137,8 @@ void Match(indicesList& hits, EfiCallContext* ctx, double target, const Qud::Dim
     for (std::size_t j = cols.first; j < cols.end; ++j)
         for_each_run(M, j, rows, unit, [&](IndexRange run) {
             if (distance != 0.0)
-                distance = nearest_distance(numbers_of(M, j, run), target, distance);
+                distance = native::nearest_distance(M.m_rarr.get() + M.storage_index(run.first, j), run.end - run.first,
+                                                    target, distance);
         });
     if (distance == 0.0)
         Match(hits, ctx, M, cols, rows, eq_ignoreIp_pred(target, unit, tol.value), origin);

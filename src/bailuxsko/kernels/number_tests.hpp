@@ -2,34 +2,29 @@
 
 #include <cstdint>
 #include <limits>
+#include <type_traits>
 #include <variant>
 
-/// What a predicate asks of a number that has the right unit, for one number or for two side by side: the same
-/// operations in the same order, so both forms give the same answers.
-/// Every tolerance is finite and not negative. So where a distance has to lie within it, infinities and NaN fail by
-/// themselves; the one-sided tests have to look.
-namespace Efi::number_tests {
+/// Questions to numbers: is this one near a target, above it, in a range? Each is asked of one number or of four side
+/// by side, by the same operations in the same order, so both forms give the same answers. Every tolerance is finite
+/// and not negative. So an infinity or a NaN fails by itself where a distance has to lie within it, and where both ends
+/// are bounded; a test of one end has to look.
+namespace native::number_tests {
 
-/// Two doubles side by side; comparisons give two words of all ones or all zeros.
-using Two [[gnu::vector_size(16)]] = double;
-using TwoWords [[gnu::vector_size(16)]] = std::int64_t;
+/// Four doubles side by side; a comparison gives four words of all ones or all zeros.
+using Four [[gnu::vector_size(32)]] = double;
+using FourWords [[gnu::vector_size(32)]] = std::int64_t;
 
-inline double magnitude(double x) noexcept
-{
-    return __builtin_fabs(x);
-}
+inline constexpr double largest = std::numeric_limits<double>::max();
 
-inline Two magnitude(Two x) noexcept
-{
-    const TwoWords all_but_sign = {INT64_MAX, INT64_MAX};
-    return reinterpret_cast<Two>(reinterpret_cast<TwoWords>(x) & all_but_sign);
-}
-
-/// False for infinities and NaN, the marker of an empty slot among them.
 template <class X>
-auto is_finite(X x) noexcept
+[[gnu::always_inline]] inline X magnitude(const X& x) noexcept
 {
-    return magnitude(x) <= std::numeric_limits<double>::max();
+    constexpr std::int64_t all_but_sign = INT64_MAX;
+    if constexpr (std::is_same_v<X, double>)
+        return __builtin_fabs(x);
+    else
+        return reinterpret_cast<X>(reinterpret_cast<FourWords>(x) & all_but_sign);
 }
 
 /// abs(x - t) <= tol
@@ -39,7 +34,7 @@ struct Within {
     double tol;
 
     template <class X>
-    auto operator()(X x) const noexcept
+    [[gnu::always_inline]] auto operator()(const X& x) const noexcept
     {
         return magnitude(x - t) <= tol;
     }
@@ -52,7 +47,7 @@ struct Outside {
     double tol;
 
     template <class X>
-    auto operator()(X x) const noexcept
+    [[gnu::always_inline]] auto operator()(const X& x) const noexcept
     {
         return !(magnitude(x - t) <= tol);
     }
@@ -66,11 +61,11 @@ struct BothWithin {
     double tol;
 
     template <class X>
-    auto operator()(X x, X y) const noexcept
+    [[gnu::always_inline]] auto operator()(const X& x, const X& y) const noexcept
     {
         return (magnitude(x - re) <= tol) & (magnitude(y - im) <= tol);
     }
-    /// The same for numbers whose imaginary parts are all 0: a distance is never within a negative tolerance.
+    /// The same for numbers whose imaginary parts are all 0: no distance is within a negative tolerance.
     Within of_reals() const noexcept { return {.t = re, .tol = magnitude(0.0 - im) <= tol ? tol : -1.0}; }
 };
 
@@ -82,7 +77,7 @@ struct SomeOutside {
     double tol;
 
     template <class X>
-    auto operator()(X x, X y) const noexcept
+    [[gnu::always_inline]] auto operator()(const X& x, const X& y) const noexcept
     {
         return !((magnitude(x - re) <= tol) & (magnitude(y - im) <= tol));
     }
@@ -96,9 +91,9 @@ struct Above {
     double tol;
 
     template <class X>
-    auto operator()(X x) const noexcept
+    [[gnu::always_inline]] auto operator()(const X& x) const noexcept
     {
-        return is_finite(x) & (x - t > tol);
+        return (x <= largest) & (x - t > tol);
     }
 };
 
@@ -109,9 +104,9 @@ struct AtLeast {
     double tol;
 
     template <class X>
-    auto operator()(X x) const noexcept
+    [[gnu::always_inline]] auto operator()(const X& x) const noexcept
     {
-        return is_finite(x) & (x - t >= -tol);
+        return (x <= largest) & (x - t >= -tol);
     }
 };
 
@@ -122,9 +117,9 @@ struct Below {
     double tol;
 
     template <class X>
-    auto operator()(X x) const noexcept
+    [[gnu::always_inline]] auto operator()(const X& x) const noexcept
     {
-        return is_finite(x) & (t - x > tol);
+        return (x >= -largest) & (t - x > tol);
     }
 };
 
@@ -135,9 +130,9 @@ struct AtMost {
     double tol;
 
     template <class X>
-    auto operator()(X x) const noexcept
+    [[gnu::always_inline]] auto operator()(const X& x) const noexcept
     {
-        return is_finite(x) & (t - x >= -tol);
+        return (x >= -largest) & (t - x >= -tol);
     }
 };
 
@@ -149,18 +144,18 @@ struct Between {
     double tol;
 
     template <class X>
-    auto operator()(X x) const noexcept
+    [[gnu::always_inline]] auto operator()(const X& x) const noexcept
     {
-        return is_finite(x) & (x - lower >= -tol) & (upper - x >= -tol);
+        return (x - lower >= -tol) & (upper - x >= -tol);
     }
 };
 
-} // namespace Efi::number_tests
+} // namespace native::number_tests
 
-namespace Efi {
+namespace native {
 
 using NumberTest = std::variant<number_tests::Within, number_tests::Outside, number_tests::BothWithin,
                                 number_tests::SomeOutside, number_tests::Above, number_tests::AtLeast,
                                 number_tests::Below, number_tests::AtMost, number_tests::Between>;
 
-} // namespace Efi
+} // namespace native
