@@ -3,6 +3,7 @@
 #include "efiutl/api.hpp"
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -58,7 +59,14 @@ public:
     /// The product of the base units: "kg*m*s^-2", "m^1/2", "" for none and for the markers.
     std::string text() const;
 
-    friend constexpr bool operator==(const Dim&, const Dim&) noexcept = default;
+    /// All 32 bytes at once; the comparison member by member that a compiler writes is a call.
+    friend constexpr bool operator==(const Dim& u, const Dim& v) noexcept
+    {
+        using Words = std::array<std::uint64_t, 4>;
+        const Words a = std::bit_cast<Words>(u);
+        const Words b = std::bit_cast<Words>(v);
+        return ((a[0] ^ b[0]) | (a[1] ^ b[1]) | (a[2] ^ b[2]) | (a[3] ^ b[3])) == 0;
+    }
 
 private:
     enum class Marker : std::int32_t { none, mixed, string };

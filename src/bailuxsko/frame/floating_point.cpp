@@ -12,6 +12,7 @@ namespace {
 // invalid, denormal, zero divide, overflow, underflow, inexact.
 constexpr std::uint32_t flag_bits = 0x3F;
 constexpr std::uint32_t mask_shift = 7;
+constexpr std::uint32_t mask_bits = flag_bits << mask_shift;
 
 /// From the register's order to that of the function interface.
 constexpr std::uint32_t to_interface(std::uint32_t bits) noexcept
@@ -57,6 +58,23 @@ int _controlfp_s(std::uint32_t* current, std::uint32_t control, std::uint32_t ma
     }
     *current = to_interface((state >> mask_shift) & flag_bits);
     return 0;
+}
+
+std::uint32_t begin() noexcept
+{
+    const std::uint32_t state = _mm_getcsr();
+    if ((state & flag_bits) != 0)
+        _mm_setcsr(state & ~flag_bits);
+    return state & ~flag_bits;
+}
+
+std::uint32_t end(std::uint32_t control) noexcept
+{
+    const std::uint32_t state = _mm_getcsr();
+    const std::uint32_t wanted = (state & ~(flag_bits | mask_bits)) | (control & mask_bits);
+    if (state != wanted)
+        _mm_setcsr(wanted);
+    return to_interface(state & flag_bits);
 }
 
 } // namespace Efi::fp
@@ -113,6 +131,21 @@ int _controlfp_s(std::uint32_t* current, std::uint32_t control, std::uint32_t ma
     fedisableexcept(from_interface(control) & selected);
     *current = to_interface(FE_ALL_EXCEPT & ~fegetexcept()) | denormal;
     return 0;
+}
+
+std::uint32_t begin() noexcept
+{
+    _clearfp();
+    std::uint32_t control = 0;
+    _controlfp_s(&control, 0, 0);
+    return control;
+}
+
+std::uint32_t end(std::uint32_t control) noexcept
+{
+    const std::uint32_t flags = _clearfp();
+    _controlfp_s(&control, control, exception_masks);
+    return flags;
 }
 
 } // namespace Efi::fp

@@ -26,4 +26,10 @@ BAILUXSKO_API std::uint32_t _statusfp() noexcept;
 /// that the exception is masked. Returns 0.
 BAILUXSKO_API int _controlfp_s(std::uint32_t* current, std::uint32_t control, std::uint32_t mask) noexcept;
 
+/// The two looks of the guard, each one read and at most one write of the register: a read behind a write waits for it
+/// longer than small workers take. `begin` clears the flags and answers the exception masks for `end`, which answers
+/// the flags that are set, clears them and puts the masks back.
+BAILUXSKO_API std::uint32_t begin() noexcept;
+BAILUXSKO_API std::uint32_t end(std::uint32_t control) noexcept;
+
 } // namespace Efi::fp

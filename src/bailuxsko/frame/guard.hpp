@@ -17,13 +17,9 @@ std::uint32_t native_call(Result& result, Result (*worker)(Parameters...), Param
 {
     // The compiler must not see through the call: it would move arithmetic across the register accesses.
     asm volatile("" : "+r"(worker) : : "memory");
-    fp::_clearfp();
-    std::uint32_t control = 0;
-    fp::_controlfp_s(&control, 0, 0);
+    const std::uint32_t control = fp::begin();
     result = worker(arguments...);
-    const std::uint32_t faults = fp::_statusfp() & guarded_faults;
-    fp::_clearfp();
-    fp::_controlfp_s(&control, control, fp::exception_masks);
+    const std::uint32_t faults = fp::end(control) & guarded_faults;
     return faults;
 }
 

@@ -29,6 +29,48 @@ struct RealFactors {
 /// With so few rows a tile would mostly repeat them.
 constexpr std::size_t rows_for_tiles = 17;
 
+/// A left factor of at most so many columns is small enough to be copied with its rows filled up to whole vectors.
+constexpr std::size_t smallest_depth = 16;
+constexpr std::size_t columns_at_once = 4;
+
+/// What multiply_small writes behind the last element of the product.
+constexpr std::size_t most_surplus = 3;
+
+/// A left factor of at most 4 * vectors rows and smallest_depth columns, all of whose sums for some columns stay in
+/// registers. The rows that fill the last vector repeat the last real one, columns beyond the edge the last column.
+template <std::size_t vectors>
+[[gnu::always_inline]] inline void multiply_small(const RealFactors& F)
+{
+    using tiles::Four;
+    Four A[smallest_depth][vectors];
+    for (std::size_t k = 0; k < F.depth; ++k)
+        for (std::size_t i = 0; i < 4 * vectors; ++i)
+            A[k][i / 4][i % 4] = F.A[k * F.lda + std::min(i, F.m - 1)];
+    for (std::size_t j = 0; j < F.n; j += columns_at_once) {
+        Four sum[columns_at_once][vectors] = {};
+        for (std::size_t k = 0; k < F.depth; ++k)
+            for (std::size_t c = 0; c < columns_at_once; ++c) {
+                const double b = F.B[k + std::min(j + c, F.n - 1) * F.ldb];
+                for (std::size_t v = 0; v < vectors; ++v)
+                    sum[c][v] += A[k][v] * b;
+            }
+        for (std::size_t c = 0; c < std::min(columns_at_once, F.n - j); ++c)
+            for (std::size_t v = 0; v < vectors; ++v) // the surplus goes where the next column will stand
+                __builtin_memcpy(F.C + (j + c) * F.m + 4 * v, &sum[c][v], sizeof(Four));
+    }
+}
+
+/// By the number of vectors that hold a column of the left factor.
+[[gnu::always_inline]] inline void multiply_few_rows(const RealFactors& F)
+{
+    if (F.m <= 4)
+        multiply_small<1>(F);
+    else if (F.m <= 8)
+        multiply_small<2>(F);
+    else
+        multiply_small<3>(F);
+}
+
 [[gnu::always_inline]] inline void multiply_columns(const RealFactors& F)
 {
     for (std::size_t j = 0; j < F.n; ++j) {
@@ -93,6 +135,10 @@ template <class Vector>
         packed);
 }
 
+void few_rows_baseline(const RealFactors& F)
+{
+    multiply_few_rows(F);
+}
 void columns_baseline(const RealFactors& F)
 {
     multiply_columns(F);
@@ -111,6 +157,10 @@ void complex_tiles_baseline(const ComplexFactors& F, double* packed)
 }
 
 #if defined(__x86_64__)
+[[gnu::target("avx2")]] void few_rows_avx2(const RealFactors& F)
+{
+    multiply_few_rows(F);
+}
 [[gnu::target("avx2")]] void columns_avx2(const RealFactors& F)
 {
     multiply_columns(F);
@@ -136,6 +186,7 @@ void complex_tiles_baseline(const ComplexFactors& F, double* packed)
     multiply_complex_tiles<tiles::Eight>(F, packed);
 }
 #else
+constexpr auto few_rows_avx2 = few_rows_baseline;
 constexpr auto columns_avx2 = columns_baseline;
 constexpr auto tiles_avx2 = tiles_baseline;
 constexpr auto complex_avx2 = complex_baseline;
@@ -146,10 +197,12 @@ constexpr auto complex_tiles_avx512 = complex_tiles_baseline;
 
 double* real_product(EfiCallContext* ctx, const aMatrix* A, const double* a, const aMatrix* B, const double* b)
 {
-    double* const c = Efi::uncleared_doubles(ctx, std::uint64_t{A->m_rows} * B->m_cols);
+    double* const c = Efi::uncleared_doubles(ctx, std::uint64_t{A->m_rows} * B->m_cols + most_surplus);
     const RealFactors F{
         .A = a, .lda = A->m_anr, .B = b, .ldb = B->m_anr, .C = c, .m = A->m_rows, .n = B->m_cols, .depth = A->m_cols};
-    if (A->m_rows < rows_for_tiles)
+    if (F.m <= 12 && F.depth <= smallest_depth)
+        at_level(few_rows_baseline, few_rows_avx2)(F);
+    else if (F.m < rows_for_tiles)
         at_level(columns_baseline, columns_avx2)(F);
     else
         at_level(tiles_baseline, tiles_avx2, tiles_avx512)(F,

@@ -191,14 +191,14 @@ Dim Dim::Mult(const Dim& u, const Dim& v)
 {
     if (u.is_marker() || v.is_marker())
         return u.is_marker() ? u : v;
-    return combined(u, v, 1);
+    return v == identity ? u : combined(u, v, 1);
 }
 
 Dim Dim::Div(const Dim& u, const Dim& v)
 {
     if (u.is_marker() || v.is_marker())
         return u.is_marker() ? u : v;
-    return combined(u, v, -1);
+    return v == identity ? u : combined(u, v, -1);
 }
 
 Dim Dim::Eq(const Dim& u, const Dim& v, int index)
