@@ -43,20 +43,30 @@ TEST(InverseProperty, TimesItsMatrixIsTheIdentity)
     }
 }
 
-TEST(InverseProperty, OfHilbertMatricesIsOfWholeNumbers)
+TEST(InverseProperty, MeetsInversesOfWholeNumbers)
 {
-    for (std::uint32_t n = 1; n <= 11; ++n) {
-        Matrix A = gen::hilbert(n);
-        Matrix exact = gen::inverse_of_hilbert(n);
-        aMatrix record = A.record();
-        const aMatrix expected = exact.record();
-        const Wide X = inverse_of(&record, "Hilbert");
-        const Wide E = Wide::of(&expected);
-        const Wide::Real condition = norm1(E) * norm1(Wide::of(&record));
-        judge(
-            {.function = "inv, strict", .residual = "X - exact inverse, over the condition", .kind = "Hilbert", .n = n},
-            support::ratio(norm1(X - E), n, condition * norm1(E)));
-    }
+    struct Known {
+        const char* kind;
+        Matrix (*make)(std::uint32_t n);
+        Matrix (*inverse)(std::uint32_t n);
+    };
+    const Known known[] = {{.kind = "Hilbert", .make = gen::hilbert, .inverse = gen::inverse_of_hilbert},
+                           {.kind = "Pascal", .make = gen::pascal, .inverse = gen::inverse_of_pascal}};
+    for (const Known& matrix : known)
+        for (std::uint32_t n = 1; n <= 11; ++n) {
+            Matrix A = matrix.make(n);
+            Matrix exact = matrix.inverse(n);
+            aMatrix record = A.record();
+            const aMatrix expected = exact.record();
+            const Wide X = inverse_of(&record, matrix.kind);
+            const Wide E = Wide::of(&expected);
+            const Wide::Real condition = norm1(E) * norm1(Wide::of(&record));
+            judge({.function = "inv, strict",
+                   .residual = "X - exact inverse, over the condition",
+                   .kind = matrix.kind,
+                   .n = n},
+                  support::ratio(norm1(X - E), n, condition * norm1(E)));
+        }
 }
 
 } // namespace

@@ -76,7 +76,7 @@ void expect_descending(const std::vector<double>& values, const char* kind)
 
 TEST(SvdProperty, UTimesWTimesVIsA)
 {
-    for_square_and_tall(200, [](const gen::Kind& kind, Matrix A) {
+    for_square_and_tall(300, [](const gen::Kind& kind, Matrix A) {
         const auto measured = [&](const char* function, const char* residual) {
             return support::Measured{.function = function, .residual = residual, .kind = kind.name, .n = A.cols()};
         };
@@ -131,6 +131,22 @@ TEST(SvdProperty, KnownSingularValuesAndRanksAreMet)
                     EXPECT_EQ(native::rank(&ctx, &record), spectrum.rank(n)) << spectrum.kind << ' ' << m << ' ' << n;
                 }
             }
+}
+
+TEST(SvdProperty, KnownRanksOfTheClassics)
+{
+    const auto rank = [](Matrix A) {
+        EfiCallContext ctx;
+        const aMatrix record = A.record();
+        return native::rank(&ctx, &record);
+    };
+    EXPECT_EQ(rank(gen::rosser()), 7U);
+    EXPECT_EQ(rank(gen::wilkinson(21)), 21U);
+    EXPECT_EQ(rank(gen::second_difference(129)), 129U);
+    EXPECT_EQ(rank(gen::frank(10)), 10U);
+    EXPECT_EQ(rank(gen::hilbert(8)), 8U);
+    EXPECT_EQ(rank(gen::from(50, 30, [](std::size_t, std::size_t) { return 0.1; })), 1U);
+    EXPECT_EQ(rank(gen::from(30, 50, [](std::size_t, std::size_t) { return 0.0; })), 0U);
 }
 
 TEST(SvdProperty, KnownSingularValuesAreMetAtAnyScaleThatSquaresAllow)

@@ -119,6 +119,23 @@ inline Matrix inverse_of_hilbert(std::uint32_t n)
     });
 }
 
+/// The inverse of pascal(n), of whole numbers; exact up to n = 15.
+inline Matrix inverse_of_pascal(std::uint32_t n)
+{
+    const auto binomial = [](std::size_t a, std::size_t b) {
+        double product = 1.0;
+        for (std::size_t k = 1; k <= b; ++k)
+            product = product * static_cast<double>(a - b + k) / static_cast<double>(k);
+        return product;
+    };
+    return from(n, n, [&](std::size_t i, std::size_t j) {
+        double sum = 0.0;
+        for (std::size_t k = std::max(i, j); k < n; ++k)
+            sum += binomial(k, i) * binomial(k, j);
+        return (i + j) % 2 == 0 ? sum : -sum;
+    });
+}
+
 /// Upper Hessenberg with determinant 1 and ill-conditioned small eigenvalues.
 inline Matrix frank(std::uint32_t n)
 {
@@ -214,6 +231,13 @@ class Mixed {
 public:
     Mixed(std::size_t m, std::size_t n) : m_m(m), m_n(n), m_re(m * n, 0.0L), m_im(m * n, 0.0L) {}
 
+    explicit Mixed(Matrix A) : Mixed(A.rows(), A.cols())
+    {
+        for (std::uint32_t j = 0; j < A.cols(); ++j)
+            for (std::uint32_t i = 0; i < A.rows(); ++i)
+                m_re[i + j * m_m] = A.re(i, j);
+    }
+
     void set_diagonal(std::span<const double> values)
     {
         for (std::size_t k = 0; k < values.size(); ++k)
@@ -298,6 +322,15 @@ inline Matrix with_singular_values(std::uint32_t m, std::uint32_t n, std::span<c
         A.reflect(random, complex, false, true);
     }
     return A.rounded(complex);
+}
+
+/// Q * A for an orthogonal Q: the same row space, and thereby the same reduced row echelon form and rank.
+inline Matrix rows_mixed(const Matrix& A, Random& random)
+{
+    Mixed mixed(A);
+    for (int k = 0; k < reflections; ++k)
+        mixed.reflect(random, false, true, false);
+    return mixed.rounded(false);
 }
 
 /// Symmetric or Hermitian with the given eigenvalues.

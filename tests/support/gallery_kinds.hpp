@@ -16,6 +16,7 @@ struct Kind {
     const char* name;
     Matrix (*make)(std::uint32_t n, Random& random);
     bool singular = false;
+    bool large = false; ///< also of the sizes above `usual_largest`
 };
 
 namespace detail {
@@ -42,21 +43,24 @@ inline Matrix random_complex(std::uint32_t n, Random& random)
 
 using Kinds = std::span<const Kind>;
 
-/// Calls check(kind, n, A) for every kind of every table at every size up to the largest.
+inline constexpr std::uint32_t usual_largest = 129;
+
+/// Calls check(kind, n, A) for every kind of every table at every size up to the largest; only kinds that are also made
+/// large go beyond the usual one.
 template <class Check>
 void for_all(std::initializer_list<Kinds> tables, std::uint32_t largest, Check check)
 {
     for (const Kinds& kinds : tables)
         for (const Kind& kind : kinds)
             for (const std::uint32_t n : sizes)
-                if (n <= largest) {
+                if (n <= (kind.large ? largest : std::min(largest, usual_largest))) {
                     Random random(n);
                     check(kind, n, kind.make(n, random));
                 }
 }
 
 inline const Kind real_kinds[] = {
-    {.name = "random", .make = [](std::uint32_t n, Random& r) { return random(n, n, r); }},
+    {.name = "random", .make = [](std::uint32_t n, Random& r) { return random(n, n, r); }, .large = true},
     {.name = "small whole numbers",
      .make =
          [](std::uint32_t n, Random& r) {
@@ -65,12 +69,14 @@ inline const Kind real_kinds[] = {
              });
          }},
     {.name = "graded",
-     .make = [](std::uint32_t n, Random& r) { return with_singular_values(n, n, graded_values(n), false, r); }},
+     .make = [](std::uint32_t n, Random& r) { return with_singular_values(n, n, graded_values(n), false, r); },
+     .large = true},
     {.name = "clustered",
      .make = [](std::uint32_t n, Random& r) { return with_singular_values(n, n, clustered_values(n), false, r); }},
     {.name = "rank-deficient",
      .make = [](std::uint32_t n, Random& r) { return with_singular_values(n, n, deficient_values(n), false, r); },
-     .singular = true},
+     .singular = true,
+     .large = true},
     {.name = "Hilbert", .make = [](std::uint32_t n, Random&) { return hilbert(n); }},
     {.name = "Frank", .make = [](std::uint32_t n, Random&) { return frank(n); }},
     {.name = "Pascal", .make = [](std::uint32_t n, Random&) { return pascal(n); }},
@@ -132,7 +138,7 @@ inline const Kind positive_definite_kinds[] = {
      .make = [](std::uint32_t n, Random& r) { return with_eigenvalues(graded_values(n), false, r); }},
     {.name = "symmetric, clustered",
      .make = [](std::uint32_t n, Random& r) { return with_eigenvalues(clustered_values(n), false, r); }},
-    {.name = "Lehmer", .make = [](std::uint32_t n, Random&) { return lehmer(n); }},
+    {.name = "Lehmer", .make = [](std::uint32_t n, Random&) { return lehmer(n); }, .large = true},
     {.name = "Lehmer, badly scaled",
      .make = [](std::uint32_t n, Random&) { return scaled(lehmer(n), detail::down, detail::down); }},
     {.name = "Lehmer, times 1e150", .make = [](std::uint32_t n, Random&) { return scaled(lehmer(n), 1e150); }},

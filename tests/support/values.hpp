@@ -2,6 +2,7 @@
 
 #include "bailuxhost/matval.hpp"
 #include "bailuxhost/value.hpp"
+#include "tests/support/matrix.hpp"
 
 #include <bit>
 #include <cstdint>
@@ -32,6 +33,21 @@ inline Qud::Handle matrix(Numbers real, const Qud::Dim& unit = Qud::Dim::identit
     Qud::SharedNumbers re = array(real);
     return Qud::MatVal::make(rows, cols, re, imaginary.size() == 0 ? nullptr : Qud::SharedNumbers(array(imaginary)),
                              unit);
+}
+
+/// The same elements as the test's own matrix has.
+inline Qud::Handle value_of(Matrix A)
+{
+    const auto array = [&](double& (Matrix::*element)(std::size_t, std::size_t)) {
+        Qud::FreshNumbers numbers = Qud::fresh_numbers(std::size_t{A.rows()} * A.cols());
+        std::size_t k = 0;
+        for (std::size_t j = 0; j < A.cols(); ++j)
+            for (std::size_t i = 0; i < A.rows(); ++i)
+                numbers[k++] = (A.*element)(i, j);
+        return numbers;
+    };
+    Qud::SharedNumbers re = array(&Matrix::re);
+    return Qud::MatVal::make(A.rows(), A.cols(), re, A.is_complex() ? Qud::SharedNumbers(array(&Matrix::im)) : nullptr);
 }
 
 inline Qud::Handle number(double re, double im = 0.0, const Qud::Dim& unit = Qud::Dim::identity)
