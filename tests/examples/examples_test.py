@@ -13,8 +13,12 @@ TOLERANCE = 1e-9  # of the largest element of one unit
 
 
 def flat(data):
-    """The real numbers of nested rows, whatever their depth."""
+    """The real numbers and the texts of nested rows, whatever their depth."""
     return [x for row in data for x in flat(row)] if isinstance(data, list) else [data]
+
+
+def is_text(x):
+    return isinstance(x, dict)
 
 
 class Examples(unittest.TestCase):
@@ -28,14 +32,18 @@ class Examples(unittest.TestCase):
             results = [json.loads(line) for line in done.stdout.splitlines()]
             self.assertEqual([r for r in results if r["kind"] == "error"], [], recorded.stem)
             self.assertEqual(done.returncode, 0, done.stderr)
-            shown = [r for r in results if r["kind"] in ("number", "matrix")]
             expected = json.loads(recorded.read_text(encoding="utf-8"))
+            # other texts than the recorded ones are headings
+            shown = [r for r in results if r["kind"] in ("number", "matrix") or {"text": r.get("text")} in expected]
             self.assertEqual(len(shown), len(expected), recorded.stem)
             for k, (result, wanted) in enumerate(zip(shown, expected)):
                 with self.subTest(example=recorded.stem, value=k):
                     self.compare(result, wanted)
 
     def compare(self, result, wanted):
+        if "text" in wanted or result["kind"] == "text":
+            self.assertEqual(result.get("text"), wanted.get("text"))
+            return
         if "number" in wanted:
             result = {"unit": result["unit"], "data": [[[result["re"], result["im"]]]]}
             wanted = {"unit": wanted["unit"], "data": [[wanted["number"]]]}
@@ -47,10 +55,13 @@ class Examples(unittest.TestCase):
         self.assertEqual([len(x) for x in got], [len(x) for x in want])
         for unit in set(units or [""]):
             alike = [k for k in range(len(want)) if not units or units[k] == unit]
-            scale = max(abs(x) for k in alike for x in want[k])
+            scale = max((abs(x) for k in alike for x in want[k] if not is_text(x)), default=0.0)
             for k in alike:
                 for x, y in zip(got[k], want[k]):
-                    self.assertLessEqual(abs(x - y), TOLERANCE * scale, f"element {k}")
+                    if is_text(x) or is_text(y):
+                        self.assertEqual(x, y, f"element {k}")
+                    else:
+                        self.assertLessEqual(abs(x - y), TOLERANCE * scale, f"element {k}")
 
 
 if __name__ == "__main__":

@@ -13,6 +13,12 @@ def entry(value, unit):
     return {"unit": unit, "number": [complex(value).real, complex(value).imag]}
 
 
+def table(rows, unit=""):
+    """Rows of numbers and texts; one unit for the numbers, or rows of units with "" where a text stands."""
+    data = [[{"text": x} if isinstance(x, str) else float(x) for x in row] for row in rows]
+    return {"units" if isinstance(unit, list) else "unit": unit, "data": data}
+
+
 def write(name, entries):
     with open(name, "w", encoding="utf-8") as file:
         file.write("[\n" + ",\n".join(json.dumps(e) for e in entries) + "\n]\n")
