@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 #include <vector>
 
 namespace {
@@ -66,6 +67,17 @@ TEST(ErrorChecks, ARealNumberWithoutUnit)
     for (const Handle& other :
          {absent, text, matrix(1, 1), function(), Qud::NumVal::make(1.0, 1.0), Qud::NumVal::make(1.0, 0.0, metre)})
         expect_raise("must be real", 2, [&] { Efi::Error::as_dimless_real(other, 2); });
+}
+
+TEST(ErrorChecks, WholeNumbersOfWhateverSizeAndUnit)
+{
+    for (const double whole : {0.0, -3.0, 1e300})
+        EXPECT_EQ(Efi::Error::as_integer(Qud::NumVal::make(whole), 1), whole);
+    EXPECT_EQ(Efi::Error::as_integer(Qud::NumVal::make(2.0, -0.0, metre), 1), 2.0);
+    const double inf = std::numeric_limits<double>::infinity();
+    for (const Handle& other : {absent, text, matrix(1, 1), function(), Qud::NumVal::make(1.5), Qud::NumVal::make(inf),
+                                Qud::NumVal::make(1.0, 1.0)})
+        expect_raise("must be integer", 2, [&] { Efi::Error::as_integer(other, 2); });
 }
 
 TEST(ErrorChecks, MatricesOfAShape)

@@ -100,6 +100,33 @@ TEST(MatVal, ABlockOfABlockCopiesNothing)
     EXPECT_EQ(cells(inner), (std::vector<Cell>{number_cell(23), number_cell(33)}));
 }
 
+TEST(MatVal, TheCanonicalFormHasPackedArrays)
+{
+    const Handle value = numbered(5, 4, m, true);
+    EXPECT_EQ(MatVal::Canonicalize(value), value);
+    const Handle block = as_matrix(value).SubMatrix(1, 3, 1, 2);
+    const Handle packed = MatVal::Canonicalize(block);
+    EXPECT_EQ(cells(packed), cells(block));
+    EXPECT_EQ(as_matrix(packed).m_offset, 0U);
+    EXPECT_EQ(as_matrix(packed).Anr(), 3U);
+    // The first rows of a matrix begin where it begins, and their columns are apart.
+    const Handle top = as_matrix(value).SubMatrix(0, 1, 0, 3);
+    EXPECT_EQ(as_matrix(MatVal::Canonicalize(top)).Anr(), 2U);
+    // Whole columns that begin later are not packed either: they share the arrays of all.
+    const Handle later = as_matrix(value).SubMatrix(0, 4, 1, 3);
+    EXPECT_EQ(as_matrix(MatVal::Canonicalize(later)).m_offset, 0U);
+}
+
+TEST(MatVal, RealPartsOfMixedUnitsAreReadInSI)
+{
+    MatBuilder builder(1, 2);
+    builder.set_number(0, 0, 2.0, 1.0, m);
+    builder.set_number(0, 1, 3.0, 0.0, s);
+    const Handle value = builder.finish();
+    EXPECT_EQ(as_matrix(value).get_real_mixed(0, 0), 2.0);
+    EXPECT_EQ(as_matrix(value).get_real_mixed(0, 1), 3.0);
+}
+
 TEST(MatVal, ABlockOutlivesItsMatrix)
 {
     const Handle block = as_matrix(numbered(5, 4)).SubMatrix(2, 2, 3, 3);

@@ -11,6 +11,7 @@
 #include <cmath>
 #include <numeric>
 #include <utility>
+#include <vector>
 
 namespace Efi {
 
@@ -120,13 +121,16 @@ void heap_sort(std::span<Ranked> heap)
 }
 
 /// The heap sort of keys with equal ones among them, from the order that they stand in already.
-void order_ranks(const KeyOrder& order, std::span<const KeyOrder::Item> sorted, std::span<std::uint32_t> p)
+/// @param index   of the key at a place in that order
+/// @param equal   whether the key at a place equals the one before it
+template <class Index, class Equal>
+void order_ranks(std::span<std::uint32_t> p, Index index, Equal equal)
 {
-    const Scratch<Ranked> heap(sorted.size());
+    const Scratch<Ranked> heap(p.size());
     std::uint64_t r = 0;
-    for (std::size_t i = 0; i < sorted.size(); ++i) {
-        r += i > 0 && !order.are_equal(sorted[i - 1], sorted[i]) ? 1 : 0;
-        heap[order.index(sorted[i])] = r << 32 | order.index(sorted[i]);
+    for (std::size_t place = 0; place < p.size(); ++place) {
+        r += place > 0 && !equal(place) ? 1 : 0;
+        heap[index(place)] = r << 32 | index(place);
     }
     heap_sort(heap.items());
     for (std::size_t i = 0; i < p.size(); ++i)
@@ -156,9 +160,27 @@ void ascending_order(std::span<const double> keys, std::span<std::uint32_t> p)
     const std::span<const KeyOrder::Item> sorted = order.sort(items.items(), room.items());
     const auto equal = [&](KeyOrder::Item a, KeyOrder::Item b) { return order.are_equal(a, b); };
     if (std::adjacent_find(sorted.begin(), sorted.end(), equal) != sorted.end())
-        order_ranks(order, sorted, p);
+        order_ranks(
+            p, [&](std::size_t place) { return order.index(sorted[place]); },
+            [&](std::size_t place) { return order.are_equal(sorted[place - 1], sorted[place]); });
     else
         std::transform(sorted.begin(), sorted.end(), p.begin(), [&](KeyOrder::Item item) { return order.index(item); });
+}
+
+void ascending_order(const MayPrecede& may_precede, std::span<std::uint32_t> p)
+{
+    std::vector<std::uint32_t> sorted(p.size());
+    std::iota(sorted.begin(), sorted.end(), 0U);
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [&](std::uint32_t a, std::uint32_t b) { return !may_precede(b, a); });
+    const auto equal = [&](std::size_t place) { return may_precede(sorted[place], sorted[place - 1]); };
+    for (std::size_t place = 1; place < p.size(); ++place)
+        if (equal(place)) {
+            order_ranks(
+                p, [&](std::size_t k) { return sorted[k]; }, equal);
+            return;
+        }
+    std::copy(sorted.begin(), sorted.end(), p.begin());
 }
 
 bool ascending_keys(std::span<const double> keys, std::span<double> sorted)

@@ -4,7 +4,6 @@
 #include "bailuxsko/arrays/index_sort.hpp"
 #include "bailuxsko/arrays/key_order.hpp"
 #include "efiutl/block_pool.hpp"
-#include "efiutl/index_heap_sort.hpp"
 
 #include <cstdint>
 #include <memory>
@@ -44,7 +43,7 @@ void order_texts(const Keys& keys, std::span<std::uint32_t> p)
     texts.reserve(p.size());
     for (std::size_t i = 0; i < p.size(); ++i)
         texts.push_back(keys.entry(i));
-    index_heap_sort(p, [&](std::uint32_t a, std::uint32_t b) { return compareStringElements(*texts[a], *texts[b]); });
+    ascending_order([&](std::uint32_t a, std::uint32_t b) { return compareStringElements(*texts[a], *texts[b]); }, p);
 }
 
 void order_numbers(const Keys& keys, std::span<std::uint32_t> p)
