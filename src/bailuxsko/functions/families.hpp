@@ -26,5 +26,6 @@ std::span<const Evl::FunctionRow> lookup();
 std::span<const Evl::FunctionRow> divisors();
 std::span<const Evl::FunctionRow> notations();
 std::span<const Evl::FunctionRow> statistics();
+std::span<const Evl::FunctionRow> eigenvalues();
 
 } // namespace Efi::families

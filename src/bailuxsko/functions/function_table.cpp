@@ -30,6 +30,7 @@ std::vector<Evl::FunctionRow> all_families()
         {"Factorisations", families::cholesky()},
         {"Factorisations", families::qr()},
         {"Factorisations", families::rref()},
+        {"Eigenvalues and eigenvectors", families::eigenvalues()},
         {"Linear systems", families::linear_systems()},
         {"Norms and conditions", families::norms()},
         {"Singular values", families::svd()},

@@ -41,7 +41,7 @@ struct RealSoFar {
 
 double modulus_of(const RealSoFar& A, std::size_t i, std::size_t j)
 {
-    return modulus(A.re(i, j), A.im(i, j));
+    return quiet_modulus(A.re(i, j), A.im(i, j));
 }
 
 /// The reciprocal of every row's largest modulus; false when a row holds nothing but zeros.

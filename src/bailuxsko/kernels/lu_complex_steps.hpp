@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bailuxsko/kernels/lu_steps.hpp"
+#include "bailuxsko/kernels/smith_division.hpp"
 #include "efiutl/records.hpp"
 
 #include <algorithm>
@@ -12,8 +13,8 @@
 /// The steps of the complex elimination, which the form for small matrices and the blocked one are made of.
 namespace native {
 
-/// sqrt(re^2 + im^2) without squaring anything larger than 1.
-[[gnu::always_inline]] inline double modulus(double re, double im)
+/// sqrt(re^2 + im^2) without squaring anything larger than 1. Compares nothing with a NaN beside a zero.
+[[gnu::always_inline]] inline double quiet_modulus(double re, double im)
 {
     const double a = std::fabs(re);
     const double b = std::fabs(im);
@@ -26,8 +27,8 @@ namespace native {
     return b * std::sqrt(1.0 + (a / b) * (a / b));
 }
 
-/// The same number without a branch, for loops that use vectors. It compares where `modulus` may not, which raises the
-/// invalid flag for a NaN: only for callers that compare the result anyway.
+/// The same number without a branch, for loops that use vectors. It compares where `quiet_modulus` may not, which
+/// raises the invalid flag for a NaN: only for callers that compare the result anyway.
 [[gnu::always_inline]] inline double compared_modulus(double re, double im)
 {
     const double a = std::fabs(re);
@@ -38,30 +39,6 @@ namespace native {
     const double ratio = small / (large + static_cast<double>(large == 0.0)); // zero over one, not over zero
     return large * std::sqrt(1.0 + ratio * ratio);
 }
-
-/// Division by the pivot c + i d, by Smith's method.
-/// @see R. L. Smith, Algorithm 116: Complex division, CACM 5 (1962)
-struct SmithDivisor {
-    bool m_by_real; // the real part is the larger one
-    double m_ratio;
-    double m_den;
-
-    SmithDivisor(double c, double d) : m_by_real(std::fabs(c) >= std::fabs(d))
-    {
-        m_ratio = m_by_real ? d / c : c / d;
-        m_den = m_by_real ? c + m_ratio * d : m_ratio * c + d;
-    }
-    aComplex quotient(double x, double y) const { return m_by_real ? quotient<true>(x, y) : quotient<false>(x, y); }
-
-    template <bool by_real>
-    [[gnu::always_inline]] aComplex quotient(double x, double y) const
-    {
-        if constexpr (by_real)
-            return {.m_re = (x + m_ratio * y) / m_den, .m_im = (y - m_ratio * x) / m_den};
-        else
-            return {.m_re = (m_ratio * x + y) / m_den, .m_im = (m_ratio * y - x) / m_den};
-    }
-};
 
 /// Both parts of a square matrix in memory, and what one factorisation gathers.
 struct ComplexElimination {

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "bailuxsko/kernels/tiles.hpp"
+
+#include <algorithm>
+#include <cstddef>
+
+/// A few neighbouring columns side by side: a vector holds the elements of one row, so that each column's sum or
+/// rotation keeps its own order. A strip that reaches beyond the last column repeats it; what is computed there
+/// is computed twice and stored twice, equal.
+namespace native {
+
+template <class Vector>
+struct ColumnStrip {
+    static constexpr std::size_t width = tiles::width<Vector>;
+
+    double* m_columns[width];
+
+    /// Columns `first` and on, of which `end` is the first that is not there.
+    ColumnStrip(double* a, std::size_t ld, std::size_t first, std::size_t end)
+    {
+        for (std::size_t c = 0; c < width; ++c)
+            m_columns[c] = a + std::min(first + c, end - 1) * ld;
+    }
+
+    /// The elements of row i.
+    [[gnu::always_inline]] void load_row(std::size_t i, Vector& row) const
+    {
+        for (std::size_t c = 0; c < width; ++c)
+            row[c] = m_columns[c][i];
+    }
+    [[gnu::always_inline]] void store_row(std::size_t i, const Vector& row) const
+    {
+        for (std::size_t c = 0; c < width; ++c)
+            m_columns[c][i] = row[c];
+    }
+    /// The elements of as many rows as there are columns, from row i on.
+    [[gnu::always_inline]] void load_rows(std::size_t i, Vector (&rows)[width]) const
+    {
+        for (std::size_t c = 0; c < width; ++c)
+            __builtin_memcpy(&rows[c], m_columns[c] + i, sizeof rows[c]);
+        transpose(rows);
+    }
+    [[gnu::always_inline]] void store_rows(std::size_t i, Vector (&rows)[width]) const
+    {
+        transpose(rows);
+        for (std::size_t c = 0; c < width; ++c)
+            __builtin_memcpy(m_columns[c] + i, &rows[c], sizeof rows[c]);
+    }
+
+private:
+    [[gnu::always_inline]] static void transpose(Vector (&v)[width])
+    {
+        if constexpr (width == 2) {
+            using Mask [[gnu::vector_size(16)]] = long long;
+            const Vector upper = __builtin_shuffle(v[0], v[1], Mask{0, 2});
+            v[1] = __builtin_shuffle(v[0], v[1], Mask{1, 3});
+            v[0] = upper;
+        } else {
+            static_assert(width == 4);
+            using Mask [[gnu::vector_size(32)]] = long long;
+            const Vector even01 = __builtin_shuffle(v[0], v[1], Mask{0, 4, 2, 6});
+            const Vector odd01 = __builtin_shuffle(v[0], v[1], Mask{1, 5, 3, 7});
+            const Vector even23 = __builtin_shuffle(v[2], v[3], Mask{0, 4, 2, 6});
+            const Vector odd23 = __builtin_shuffle(v[2], v[3], Mask{1, 5, 3, 7});
+            v[0] = __builtin_shuffle(even01, even23, Mask{0, 1, 4, 5});
+            v[1] = __builtin_shuffle(odd01, odd23, Mask{0, 1, 4, 5});
+            v[2] = __builtin_shuffle(even01, even23, Mask{2, 3, 6, 7});
+            v[3] = __builtin_shuffle(odd01, odd23, Mask{2, 3, 6, 7});
+        }
+    }
+};
+
+} // namespace native
