@@ -22,3 +22,10 @@ elseif(BAILUXSKO_BLAS STREQUAL reference)
 else()
     message(FATAL_ERROR "BAILUXSKO_BLAS is '${BAILUXSKO_BLAS}': choose openblas or reference")
 endif()
+
+# LAPACK's deprecated QR with column pivoting; where it is gone its successor stands in (src/bailuxsko/lapack/pivoting).
+include(CheckCXXSourceCompiles)
+get_target_property(CMAKE_REQUIRED_LIBRARIES blas_provider INTERFACE_LINK_LIBRARIES)
+check_cxx_source_compiles("extern \"C\" void dgeqpf_(); extern \"C\" void zgeqpf_(); int main() { dgeqpf_(); zgeqpf_(); }"
+    BAILUXSKO_HAS_GEQPF)
+unset(CMAKE_REQUIRED_LIBRARIES)

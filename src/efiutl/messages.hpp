@@ -6,17 +6,17 @@ namespace msg {
 // raised by native routines
 inline constexpr char invalid_dimension[] = "invalid dimension";
 inline constexpr char must_be_square[] = "must be square";
+inline constexpr char non_positive_definite_matrix[] = "non-positive definite matrix";
 inline constexpr char array_size_mismatch[] = "array size mismatch";
 inline constexpr char singular_matrix[] = "singular matrix";
-inline constexpr char non_positive_definite_matrix[] = "non-positive definite matrix";
 inline constexpr char qr_failed[] = "QR FAILED";
 inline constexpr char matrix_too_big[] = "matrix too big";
 inline constexpr char null_pointer[] = "null pointer";
 inline constexpr char unknown_error[] = "unknown error";
+inline constexpr char rows_less_than_columns[] = "number of rows less than number of columns";
 inline constexpr char domain_error[] = "domain error";
 inline constexpr char out_of_memory[] = "out of memory";
 inline constexpr char overflow[] = "overflow";
-inline constexpr char rows_less_than_columns[] = "number of rows less than number of columns";
 inline constexpr char too_many_iterations[] = "too many iterations";
 
 // raised by the entry frame and the entry operations

@@ -3,6 +3,7 @@
 #include "bailuxsko/lapack/inverse.hpp"
 #include "bailuxsko/lapack/product.hpp"
 #include "bailuxsko/lapack/solve.hpp"
+#include "bailuxsko/lapack/svd.hpp"
 #include "efiutl/thread_count.hpp"
 #include "tests/lapack/matrices.hpp"
 #include "tests/lapack/refusal.hpp"
@@ -23,6 +24,16 @@ using support::Raised;
 
 using OneMatrix = Handle (*)(EfiCallContext*, const Qud::MatVal&);
 using TwoMatrices = Handle (*)(EfiCallContext*, const Qud::MatVal&, const Qud::MatVal&);
+
+template <auto Driver, lapack::Vectors Wanted>
+Handle svd(EfiCallContext* ctx, const Qud::MatVal& M)
+{
+    return Driver(ctx, M, Wanted);
+}
+constexpr OneMatrix dgesvd_values = svd<lapack::dgesvd, lapack::Vectors::none>;
+constexpr OneMatrix dgesvd_vectors = svd<lapack::dgesvd, lapack::Vectors::both>;
+constexpr OneMatrix zgesvd_values = svd<lapack::zgesvd, lapack::Vectors::none>;
+constexpr OneMatrix zgesvd_vectors = svd<lapack::zgesvd, lapack::Vectors::both>;
 
 /// A driver with arguments that it takes.
 struct Driver {
@@ -65,6 +76,10 @@ std::vector<Driver> drivers()
         {"_gemm", nullptr, lapack::_gemm, A, B},
         {"_gemm, complex", nullptr, lapack::_gemm, Z, B},
         {"_gemm of columns", nullptr, lapack::_gemm, column, column},
+        {"dgesvd, values", dgesvd_values, nullptr, tall, nullptr},
+        {"dgesvd", dgesvd_vectors, nullptr, tall, nullptr},
+        {"zgesvd, values", zgesvd_values, nullptr, tall_complex, nullptr},
+        {"zgesvd", zgesvd_vectors, nullptr, tall_complex, nullptr},
     };
 }
 
@@ -220,6 +235,10 @@ TEST_F(Drivers, TurnEveryInfoIntoAMessage)
     expect_refusal<&Routines::dsytri>(nullptr, lapack::dinv, S, nullptr, singularity);
     expect_refusal<&Routines::zgetrf>(nullptr, lapack::zinv, Z, nullptr, singularity);
     expect_refusal<&Routines::zgetri>(nullptr, lapack::zinv, Z, nullptr, singularity);
+    expect_refusal<&Routines::dgesvd>(nullptr, dgesvd_values, A, nullptr, not_converging);
+    expect_refusal<&Routines::dgesvd>(nullptr, dgesvd_vectors, A, nullptr, not_converging);
+    expect_refusal<&Routines::zgesvd>(nullptr, zgesvd_values, Z, nullptr, not_converging);
+    expect_refusal<&Routines::zgesvd>(nullptr, zgesvd_vectors, Z, nullptr, not_converging);
     expect_refusal<&Routines::dgetrf>(nullptr, lapack::_determinant, A, nullptr, nothing);
     expect_refusal<&Routines::zgetrf>(nullptr, lapack::_determinant, Z, nullptr, nothing);
 }

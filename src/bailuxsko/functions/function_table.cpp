@@ -31,6 +31,7 @@ std::vector<Evl::FunctionRow> all_families()
         {"Factorisations", families::qr()},
         {"Factorisations", families::rref()},
         {"Eigenvalues and eigenvectors", families::eigenvalues()},
+        {"Factorisations by LAPACK", families::lapack_factorisations()},
         {"Linear systems", families::linear_systems()},
         {"Norms and conditions", families::norms()},
         {"Singular values", families::svd()},

@@ -31,6 +31,38 @@ void dsytrf_(const char* uplo, const int* n, double* A, const int* lda, int* ipi
 void dsytri_(const char* uplo, const int* n, double* A, const int* lda, const int* ipiv, double* work, int* info,
              std::size_t uplo_length);
 
+void dgesvd_(const char* jobu, const char* jobvt, const int* m, const int* n, double* A, const int* lda, double* S,
+             double* U, const int* ldu, double* VT, const int* ldvt, double* work, const int* lwork, int* info,
+             std::size_t jobu_length, std::size_t jobvt_length);
+void zgesvd_(const char* jobu, const char* jobvt, const int* m, const int* n, MKL_Complex16* A, const int* lda,
+             double* S, MKL_Complex16* U, const int* ldu, MKL_Complex16* VT, const int* ldvt, MKL_Complex16* work,
+             const int* lwork, double* rwork, int* info, std::size_t jobu_length, std::size_t jobvt_length);
+
+void dgeqrf_(const int* m, const int* n, double* A, const int* lda, double* tau, double* work, const int* lwork,
+             int* info);
+void zgeqrf_(const int* m, const int* n, MKL_Complex16* A, const int* lda, MKL_Complex16* tau, MKL_Complex16* work,
+             const int* lwork, int* info);
+void dorgqr_(const int* m, const int* n, const int* k, double* A, const int* lda, const double* tau, double* work,
+             const int* lwork, int* info);
+void zungqr_(const int* m, const int* n, const int* k, MKL_Complex16* A, const int* lda, const MKL_Complex16* tau,
+             MKL_Complex16* work, const int* lwork, int* info);
+
+// A provider may come without the first two of these, which are deprecated: see pivoting.hpp.
+void dgeqpf_(const int* m, const int* n, double* A, const int* lda, int* jpvt, double* tau, double* work, int* info);
+void zgeqpf_(const int* m, const int* n, MKL_Complex16* A, const int* lda, int* jpvt, MKL_Complex16* tau,
+             MKL_Complex16* work, double* rwork, int* info);
+void dgeqp3_(const int* m, const int* n, double* A, const int* lda, int* jpvt, double* tau, double* work,
+             const int* lwork, int* info);
+void zgeqp3_(const int* m, const int* n, MKL_Complex16* A, const int* lda, int* jpvt, MKL_Complex16* tau,
+             MKL_Complex16* work, const int* lwork, double* rwork, int* info);
+
+void dpotrf_(const char* uplo, const int* n, double* A, const int* lda, int* info, std::size_t uplo_length);
+void zpotrf_(const char* uplo, const int* n, MKL_Complex16* A, const int* lda, int* info, std::size_t uplo_length);
+void dpstrf_(const char* uplo, const int* n, double* A, const int* lda, int* piv, int* rank, const double* tol,
+             double* work, int* info, std::size_t uplo_length);
+void zpstrf_(const char* uplo, const int* n, MKL_Complex16* A, const int* lda, int* piv, int* rank, const double* tol,
+             double* work, int* info, std::size_t uplo_length);
+
 } // extern "C"
 
 } // namespace lapack::fortran

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bailuxsko/lapack/fortran.hpp"
+#include "bailuxsko/lapack/pivoting.hpp"
 #include "bailuxsko/lapack/provider.hpp"
 #include "efiutl/api.hpp"
 
@@ -24,6 +25,18 @@ struct Routines {
     decltype(&fortran::zgetri_) zgetri = &fortran::zgetri_;
     decltype(&fortran::dsytrf_) dsytrf = &fortran::dsytrf_;
     decltype(&fortran::dsytri_) dsytri = &fortran::dsytri_;
+    decltype(&fortran::dgesvd_) dgesvd = &fortran::dgesvd_;
+    decltype(&fortran::zgesvd_) zgesvd = &fortran::zgesvd_;
+    decltype(&fortran::dgeqrf_) dgeqrf = &fortran::dgeqrf_;
+    decltype(&fortran::zgeqrf_) zgeqrf = &fortran::zgeqrf_;
+    decltype(&fortran::dorgqr_) dorgqr = &fortran::dorgqr_;
+    decltype(&fortran::zungqr_) zungqr = &fortran::zungqr_;
+    decltype(&fortran::dgeqpf_) dgeqpf = &dgeqpf_of_provider;
+    decltype(&fortran::zgeqpf_) zgeqpf = &zgeqpf_of_provider;
+    decltype(&fortran::dpotrf_) dpotrf = &fortran::dpotrf_;
+    decltype(&fortran::zpotrf_) zpotrf = &fortran::zpotrf_;
+    decltype(&fortran::dpstrf_) dpstrf = &fortran::dpstrf_;
+    decltype(&fortran::zpstrf_) zpstrf = &fortran::zpstrf_;
 };
 
 /// The table. Only tests write to it, while no other thread is inside a driver.
