@@ -212,6 +212,38 @@ TEST_P(Scan, AsksAPredicateThatTestsOneByOne)
     });
 }
 
+TEST_P(Scan, FindsInARowWhatALookAtEachElementFinds)
+{
+    support::Random random(21);
+    for (const support::TableKind& kind : support::table_kinds)
+        for (const std::uint32_t cols : {1U, 2U, 65U, 1023U, 1024U, 1025U, 2100U}) {
+            SCOPED_TRACE(std::string(kind.name) + ", cols " + std::to_string(cols));
+            const Handle table = support::table(kind, support::kinds[1], 3, cols, random);
+            const Qud::MatVal& M = *Qud::matrix_of(table);
+            const Efi::IndexRange row{.first = 1, .end = 2};
+            const Search s{.t = 1.0, .ti = 0.0, .upper = 2.0, .tol = 0.0};
+            for (const Definition& d : definitions) {
+                const auto is_hit = [&](const Handle& element) {
+                    const Qud::NumVal* const x = Qud::as_number(element);
+                    return x && x->m_dim == metre && d.holds(x->re(), x->im(), s);
+                };
+                ASSERT_EQ(found(d.name, s, M, all(cols), row), support::plain_hits(M, all(cols), row, is_hit, 3))
+                    << d.name;
+            }
+            // Whole numbers from -2 to 2 are nearest to 9 where they are 2, or what is the largest there.
+            const Handle of_row = M.SubMatrix(1, 1, 0, cols - 1);
+            const double distance = plain_distance(*Qud::matrix_of(of_row), 9.0);
+            const auto is_nearest = [&](const Handle& element) {
+                const Qud::NumVal* const x = Qud::as_number(element);
+                return x && x->m_dim == metre && 9.0 - x->re() == distance;
+            };
+            ASSERT_EQ(support::found_by([&](Efi::indicesList& hits, EfiCallContext* ctx) {
+                          Efi::Match(hits, ctx, 9.0, metre, M, all(cols), row, {.value = 0.0}, {});
+                      }),
+                      support::plain_hits(M, all(cols), row, is_nearest));
+        }
+}
+
 TEST_P(Scan, HitsThatOutgrowTheListStayInOrder)
 {
     constexpr std::uint32_t rows = 30000;

@@ -60,6 +60,66 @@ void scan_numbers(const Qud::MatVal& M, std::size_t j, IndexRange rows, const Qu
     });
 }
 
+/// Numbers of one row, which stand apart in the arrays: brought together, they are searched as those of a column are.
+class PieceOfRow {
+public:
+    PieceOfRow(const Qud::MatVal& M, std::size_t i, IndexRange cols)
+        : m_has_imaginary(M.HasImag()), m_count(std::min(native::most_searched, cols.end - cols.first))
+    {
+        for (std::size_t k = 0; k < m_count; ++k)
+            m_re[k] = M.real(i, cols.first + k);
+        for (std::size_t k = 0; m_has_imaginary && k < m_count; ++k)
+            m_im[k] = M.imag(i, cols.first + k);
+    }
+
+    const double* re() const noexcept { return m_re.data(); }
+    const double* im() const noexcept { return m_has_imaginary ? m_im.data() : nullptr; }
+    std::size_t count() const noexcept { return m_count; }
+
+private:
+    bool m_has_imaginary;
+    std::size_t m_count;
+    std::array<double, native::most_searched> m_re;
+    std::array<double, native::most_searched> m_im;
+};
+
+/// Whether the ranges are one row of numbers that all have the unit.
+bool is_row_of_numbers(const Qud::MatVal& M, IndexRange rows, const Qud::Dim& unit)
+{
+    return rows.end - rows.first == 1 && M.IsUniformScalar() && M.m_dim == unit;
+}
+
+void scan_row(const Qud::MatVal& M, std::size_t i, IndexRange cols, const NumberTest& test, indicesList& hits,
+              Qud::Origin origin)
+{
+    std::array<std::uint16_t, native::most_searched> places;
+    for (; cols.first < cols.end; cols.first += native::most_searched) {
+        const PieceOfRow piece(M, i, cols);
+        const std::size_t found = native::find(test, piece.re(), piece.im(), piece.count(), places.data());
+        for (std::size_t k = 0; k < found; ++k)
+            ColumnHits(hits, cols.first + places[k], origin).add(i);
+    }
+}
+
+/// The smallest distance of a number of the unit from the target; the largest number where there is none.
+double smallest_distance(const Qud::MatVal& M, IndexRange cols, IndexRange rows, const Qud::Dim& unit, double target)
+{
+    double distance = std::numeric_limits<double>::max();
+    if (is_row_of_numbers(M, rows, unit)) {
+        for (; cols.first < cols.end; cols.first += native::most_searched) {
+            const PieceOfRow piece(M, rows.first, cols);
+            distance = native::nearest_distance(piece.re(), piece.count(), target, distance);
+        }
+        return distance;
+    }
+    for (std::size_t j = cols.first; j < cols.end && distance != 0.0; ++j)
+        for_each_run(M, j, rows, unit, [&](IndexRange run) {
+            distance = native::nearest_distance(M.m_rarr.get() + M.storage_index(run.first, j), run.end - run.first,
+                                                target, distance);
+        });
+    return distance;
+}
+
 /// The same bytes; most texts that differ do so in their lengths or, as numbered names do, in the last eight bytes.
 class SameText {
 public:
@@ -115,14 +175,17 @@ void Match(indicesList& hits, EfiCallContext* /*ctx*/, const Qud::MatVal& M, Ind
 {
     hits.clear();
     const std::optional<NumberTest> test = predicate.number_test();
+    const bool meets_numbers = predicate.m_usrfn == nullptr && predicate.m_str == nullptr && test;
+    if (meets_numbers && is_row_of_numbers(M, rows, predicate.m_tdim)) {
+        scan_row(M, rows.first, cols, *test, hits, origin);
+        cols.first = cols.end;
+    }
     for (std::size_t j = cols.first; j < cols.end; ++j) {
         ColumnHits of_column(hits, j, origin);
-        if (predicate.m_usrfn != nullptr)
-            scan_elements(M, j, rows, predicate, of_column);
-        else if (predicate.m_str != nullptr)
-            scan_texts(M, j, rows, predicate, of_column);
-        else if (test)
+        if (meets_numbers)
             scan_numbers(M, j, rows, predicate.m_tdim, *test, of_column);
+        else if (predicate.m_usrfn == nullptr && predicate.m_str != nullptr)
+            scan_texts(M, j, rows, predicate, of_column);
         else
             scan_elements(M, j, rows, predicate, of_column);
     }
@@ -133,13 +196,7 @@ void Match(indicesList& hits, EfiCallContext* /*ctx*/, const Qud::MatVal& M, Ind
 void Match(indicesList& hits, EfiCallContext* ctx, double target, const Qud::Dim& unit, const Qud::MatVal& M,
            IndexRange cols, IndexRange rows, Qud::Tol tol, Qud::Origin origin)
 {
-    double distance = std::numeric_limits<double>::max();
-    for (std::size_t j = cols.first; j < cols.end; ++j)
-        for_each_run(M, j, rows, unit, [&](IndexRange run) {
-            if (distance != 0.0)
-                distance = native::nearest_distance(M.m_rarr.get() + M.storage_index(run.first, j), run.end - run.first,
-                                                    target, distance);
-        });
+    const double distance = smallest_distance(M, cols, rows, unit, target);
     if (distance == 0.0)
         Match(hits, ctx, M, cols, rows, eq_ignoreIp_pred(target, unit, tol.value), origin);
     else
