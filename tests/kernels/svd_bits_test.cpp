@@ -1,0 +1,162 @@
+// The decomposition gives the bits, the refusals and the floating-point flags of the plain loops, at every instruction
+// level.
+#include "bailuxsko/kernels/svd.hpp"
+
+#include "tests/kernels/plain/svd.hpp"
+#include "tests/support/kinds.hpp"
+#include "tests/support/levels.hpp"
+#include "tests/support/matrix.hpp"
+#include "tests/support/raises.hpp"
+
+#include <bit>
+#include <cfenv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using support::Kind;
+using support::kinds;
+using support::Matrix;
+using support::Random;
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+/// All that a routine shows. Which of two NaNs an operation hands on is up to the compiler's order of operands, so all
+/// NaNs count as one.
+struct Outcome {
+    support::Raised raised;
+    std::vector<std::uint64_t> bits;
+    int flags = 0;
+
+    bool operator==(const Outcome&) const = default;
+};
+
+void append_bits(std::vector<std::uint64_t>& all, const double* values, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i)
+        all.push_back(std::bit_cast<std::uint64_t>(std::isnan(values[i]) ? nan : values[i]));
+}
+
+/// @param append  adds what the routine has filled to the bits
+template <class Routine, class Append>
+Outcome outcome(Routine routine, Append append)
+{
+    Outcome result;
+    std::feclearexcept(FE_ALL_EXCEPT);
+    result.raised = support::raised_by(routine);
+    if (!result.raised.message.empty()) // what a refused matrix looks like afterwards is nobody's business
+        return result;
+    result.flags = std::fetestexcept(FE_OVERFLOW | FE_DIVBYZERO | FE_INVALID);
+    append(result.bits);
+    return result;
+}
+
+using Decompose = void (*)(EfiCallContext*, aMatrix*, aMatrix*, aMatrix*);
+using Values = void (*)(EfiCallContext*, aMatrix*);
+using Pinv = void (*)(EfiCallContext*, aMatrix*, double, aMatrix**);
+
+/// U, V and w, and what stands between the columns of U and V.
+Outcome decomposed(Decompose decompose, Matrix A)
+{
+    EfiCallContext ctx;
+    aMatrix a = A.record();
+    Matrix V(A.cols(), A.cols(), A.cols() + (a.m_anr - a.m_rows));
+    Matrix w(A.cols(), 1);
+    aMatrix v = V.record();
+    aMatrix record_of_w = w.record();
+    return outcome([&] { decompose(&ctx, &a, &v, &record_of_w); },
+                   [&](std::vector<std::uint64_t>& bits) {
+                       append_bits(bits, a.m_rv, std::size_t{a.m_anr} * a.m_cols);
+                       append_bits(bits, v.m_rv, std::size_t{v.m_anr} * v.m_cols);
+                       append_bits(bits, w.record().m_rv, w.rows());
+                   });
+}
+
+/// The diagonal; all else is scratch.
+Outcome values(Values routine, Matrix A)
+{
+    EfiCallContext ctx;
+    aMatrix a = A.record();
+    return outcome([&] { routine(&ctx, &a); },
+                   [&](std::vector<std::uint64_t>& bits) {
+                       for (std::size_t i = 0; i < A.cols(); ++i)
+                           append_bits(bits, &A.re(i, i), 1);
+                   });
+}
+
+Outcome inverted(Pinv routine, Matrix A)
+{
+    EfiCallContext ctx;
+    aMatrix a = A.record();
+    aMatrix* X = nullptr;
+    return outcome(
+        [&] { routine(&ctx, &a, 1e-3, &X); },
+        [&](std::vector<std::uint64_t>& bits) { append_bits(bits, X->m_rv, std::size_t{X->m_rows} * X->m_cols); });
+}
+
+Matrix drawn(const Kind& kind, std::uint32_t m, std::uint32_t n, std::uint32_t ld, Random& random)
+{
+    Matrix A(m, n, ld);
+    for (std::uint32_t j = 0; j < n; ++j)
+        for (std::uint32_t i = 0; i < m; ++i)
+            A.re(i, j) = kind.element(random);
+    return A;
+}
+
+class SvdBits : public support::AtLevel {
+protected:
+    /// Small matrices many times, large ones once for each kind; their sizes lie around the edges of vectors, strips
+    /// and blocks.
+    template <class Expect>
+    static void for_each_matrix(std::uint32_t largest, Expect expect)
+    {
+        Random random(20240607);
+        for (const Kind& kind : kinds) {
+            for (std::uint32_t n = 1; n <= 13; ++n)
+                for (const std::uint32_t taller : {0U, 1U, 2U, 7U})
+                    for (const std::uint32_t gap : {0U, 3U})
+                        expect(kind, drawn(kind, n + taller, n, n + taller + gap, random));
+            for (const std::uint32_t n : {15U, 16U, 17U, 23U, 24U, 25U, 31U, 32U, 33U, 47U, 63U, 64U, 65U, 100U, 130U})
+                if (n <= largest)
+                    expect(kind, drawn(kind, n + n % 5, n, n + n % 5 + n % 2, random));
+            expect(kind, drawn(kind, 150, 9, 150, random));
+        }
+    }
+};
+
+TEST_P(SvdBits, DecompositionIsThePlainLoops)
+{
+    for_each_matrix(130, [](const Kind& kind, const Matrix& A) {
+        const bool same = decomposed(native::svd_decompose, A) == decomposed(plain::svd_decompose, A);
+        EXPECT_TRUE(same) << kind.name << ", " << A.rows() << " by " << A.cols();
+    });
+}
+
+TEST_P(SvdBits, ValuesAreThePlainLoops)
+{
+    for_each_matrix(130, [](const Kind& kind, const Matrix& A) {
+        const bool same = values(native::svd_values, A) == values(plain::svd_values, A);
+        EXPECT_TRUE(same) << kind.name << ", " << A.rows() << " by " << A.cols();
+    });
+}
+
+TEST_P(SvdBits, GeneralisedInverseIsThePlainLoops)
+{
+    for_each_matrix(33, [](const Kind& kind, const Matrix& A) {
+        const bool same = inverted(native::pinv_from_svd, A) == inverted(plain::pinv_from_svd, A);
+        EXPECT_TRUE(same) << kind.name << ", " << A.rows() << " by " << A.cols();
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Levels, SvdBits, testing::Values(native::Level::baseline, native::Level::avx2),
+                         [](const auto& level) {
+                             return std::string(level.param == native::Level::baseline ? "baseline" : "avx2");
+                         });
+
+} // namespace
