@@ -8,7 +8,7 @@
 /// The first half of the singular value decomposition: Householder reflections, from the left and from the right in
 /// turns, make A upper bidiagonal (Golub and Reinsch, Numerische Mathematik 14, 1970, section 2).
 /// Ours: what a reflection is made from is first divided by the sum of its magnitudes, so that no square overflows; a
-/// sum of zero skips the reflection; every sum takes its terms in ascending order.
+/// sum of zero skips the reflection; every sum starts at 0.0 and takes its terms in ascending order.
 namespace native {
 
 /// Diagonal w(0) to w(n - 1); e(k) stands above w(k), and e(0) is 0.
@@ -22,14 +22,17 @@ struct Bidiagonal {
 /// What a slot that holds a text or an array means to the reduction.
 enum class NestedElements { not_looked_at, refused };
 
-/// Reduces A, m by n with m >= n, leaving the reflections in it, and fills w and e.
+/// Reduces A, m by n with m >= n. Column i of A keeps the reflection from the left on and below the diagonal, what is
+/// above is scratch.
+/// @param e     room for n doubles, as w has
+/// @param rows  null, or n by n: its column i receives the i-th reflection from the right, below the diagonal
 /// @throws "may not be nested" (-1), if they are refused, "out of memory" (-1)
-Bidiagonal bidiagonalise(EfiCallContext* ctx, aMatrix* A, double* w, double* e, NestedElements nested);
+Bidiagonal bidiagonalise(EfiCallContext* ctx, aMatrix* A, double* w, double* e, NestedElements nested, aMatrix* rows);
 
-/// V, n by n, from the reflections that A holds right of the superdiagonal.
-void accumulate_V(const aMatrix* A, const Bidiagonal& B, aMatrix* V);
+/// V, n by n, in the place of the reflections from the right.
+void accumulate_V(EfiCallContext* ctx, const Bidiagonal& B, aMatrix* V);
 
-/// U, in the place of A, from the reflections that it holds on and below the diagonal.
-void accumulate_U(aMatrix* A, const Bidiagonal& B);
+/// U, m by n, in the place of the reflections from the left.
+void accumulate_U(EfiCallContext* ctx, const Bidiagonal& B, aMatrix* U);
 
 } // namespace native

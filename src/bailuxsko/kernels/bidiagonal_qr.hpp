@@ -14,11 +14,14 @@
 /// told of every rotation.
 namespace native {
 
-/// What is told of the rotations when only the values are wanted.
+/// What is told of the rotations, here when only the values are wanted. Those of a sweep over the block l to k are of
+/// columns l and l + 1 of V and of U, then l + 1 and l + 2, and so on; those of a cancellation of columns l - 1 and l,
+/// l + 1, ... of U; (x, z) becomes (x * c + z * s, z * c - x * s).
 struct NoVectors {
-    void columns_of_V(std::size_t, double, double) {}
-    void columns_of_U(std::size_t, double, double) {}
-    void columns_of_U(std::size_t, std::size_t, double, double) {}
+    void begin_sweep(std::size_t, std::size_t) {}
+    void begin_cancellation(std::size_t, std::size_t) {}
+    void rotate_V(double, double) {}
+    void rotate_U(double, double) {}
     void negate_V(std::size_t) {}
 };
 
@@ -56,6 +59,7 @@ inline Split splitting_search(const Bidiagonal& B, std::size_t k)
 template <class Vectors>
 void cancel(const Bidiagonal& B, std::size_t l, std::size_t k, Vectors& vectors)
 {
+    vectors.begin_cancellation(l, k);
     double c = 0.0;
     double s = 1.0;
     for (std::size_t i = l; i <= k; ++i) {
@@ -68,7 +72,7 @@ void cancel(const Bidiagonal& B, std::size_t l, std::size_t k, Vectors& vectors)
         B.m_w[i] = h;
         c = g / h;
         s = -f / h;
-        vectors.columns_of_U(l - 1, i, c, s);
+        vectors.rotate_U(c, s);
     }
 }
 
@@ -90,6 +94,7 @@ inline double shift(const Bidiagonal& B, std::size_t l, std::size_t k)
 template <class Vectors>
 void sweep(const Bidiagonal& B, std::size_t l, std::size_t k, Vectors& vectors)
 {
+    vectors.begin_sweep(l, k);
     double f = shift(B, l, k);
     double x = B.m_w[l];
     double c = 1.0;
@@ -107,7 +112,7 @@ void sweep(const Bidiagonal& B, std::size_t l, std::size_t k, Vectors& vectors)
         g = g * c - x * s;
         h = y * s;
         y = y * c;
-        vectors.columns_of_V(i, c, s);
+        vectors.rotate_V(c, s);
         z = rotation_length(f, h);
         B.m_w[i - 1] = z;
         if (z != 0.0) {
@@ -116,7 +121,7 @@ void sweep(const Bidiagonal& B, std::size_t l, std::size_t k, Vectors& vectors)
         }
         f = c * g + s * y;
         x = c * y - s * g;
-        vectors.columns_of_U(i, c, s);
+        vectors.rotate_U(c, s);
     }
     B.m_e[l] = 0.0;
     B.m_e[k] = f;

@@ -3,6 +3,7 @@
 #include "bailuxsko/kernels/bidiagonal.hpp"
 #include "bailuxsko/kernels/bidiagonal_qr.hpp"
 #include "bailuxsko/kernels/product.hpp"
+#include "bailuxsko/kernels/saved_rotations.hpp"
 #include "bailuxsko/kernels/transpose.hpp"
 #include "efiutl/columns.hpp"
 #include "efiutl/messages.hpp"
@@ -12,6 +13,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <numeric>
 #include <utility>
 
@@ -21,33 +23,33 @@ namespace {
 using Efi::at;
 using Efi::column;
 
-/// Carries the rotations over to the columns of U and V at once.
+/// Saves the rotations of U and V up; a column of V that is to be negated is only noted.
 class Vectors {
 public:
-    Vectors(aMatrix* U, aMatrix* V) : m_U(U), m_V(V) {}
-
-    void columns_of_V(std::size_t i, double c, double s) { rotate(m_V, i - 1, i, c, s); }
-    void columns_of_U(std::size_t i, double c, double s) { rotate(m_U, i - 1, i, c, s); }
-    void columns_of_U(std::size_t j, std::size_t i, double c, double s) { rotate(m_U, j, i, c, s); }
-    void negate_V(std::size_t k)
+    Vectors(EfiCallContext* ctx, aMatrix* U, aMatrix* V, bool* negated) : m_U(ctx, U), m_V(ctx, V), m_negated(negated)
     {
-        for (std::size_t i = 0; i < m_V->m_rows; ++i)
-            at(m_V, i, k) = -at(m_V, i, k);
+    }
+
+    void begin_sweep(std::size_t l, std::size_t k)
+    {
+        m_V.begin_neighbours(l, k - l);
+        m_U.begin_neighbours(l, k - l);
+    }
+    void begin_cancellation(std::size_t l, std::size_t k) { m_U.begin_one_with(l - 1, l, k - l + 1); }
+    void rotate_V(double c, double s) { m_V.rotate(c, s); }
+    void rotate_U(double c, double s) { m_U.rotate(c, s); }
+    void negate_V(std::size_t k) { m_negated[k] = true; } // no rotation after this reaches column k
+
+    void apply()
+    {
+        m_U.apply();
+        m_V.apply();
     }
 
 private:
-    static void rotate(aMatrix* M, std::size_t left, std::size_t right, double c, double s)
-    {
-        for (std::size_t i = 0; i < M->m_rows; ++i) {
-            const double x = at(M, i, left);
-            const double z = at(M, i, right);
-            at(M, i, left) = x * c + z * s;
-            at(M, i, right) = z * c - x * s;
-        }
-    }
-
-    aMatrix* m_U;
-    aMatrix* m_V;
+    SavedRotations m_U;
+    SavedRotations m_V;
+    bool* m_negated;
 };
 
 /// Sorts into descending order by exchanges; `exchanged` is told of each.
@@ -62,15 +64,24 @@ void exchange_sort(std::size_t n, double* w, Exchanged exchanged)
             }
 }
 
-/// Column i becomes the former column from[i].
+/// Column j becomes the former column from[j], ring by ring of columns that take each other's places.
 void rearrange(EfiCallContext* ctx, aMatrix* M, const std::uint32_t* from)
 {
     const std::size_t rows = M->m_rows;
-    double* const former = Efi::uncleared_doubles(ctx, std::uint64_t{M->m_rows} * M->m_cols);
-    for (std::size_t j = 0; j < M->m_cols; ++j)
-        std::copy_n(column(M, j), rows, former + j * rows);
-    for (std::size_t j = 0; j < M->m_cols; ++j)
-        std::copy_n(former + from[j] * rows, rows, column(M, j));
+    double* const first = Efi::uncleared_doubles(ctx, rows);
+    auto* const done = static_cast<bool*>(ctx->m_arena->allocate_array(M->m_cols));
+    for (std::size_t start = 0; start < M->m_cols; ++start) {
+        if (done[start] || from[start] == start)
+            continue;
+        std::copy_n(column(M, start), rows, first);
+        std::size_t j = start;
+        for (; from[j] != start; j = from[j]) {
+            std::copy_n(column(M, from[j]), rows, column(M, j));
+            done[j] = true;
+        }
+        std::copy_n(first, rows, column(M, j));
+        done[j] = true;
+    }
 }
 
 aMatrix* uncleared(EfiCallContext* ctx, std::uint32_t rows, std::uint32_t cols)
@@ -92,8 +103,14 @@ aMatrix* svd2(EfiCallContext* ctx, aMatrix* A)
     require_real(A);
     if (A->m_rows < 1 || A->m_cols < 1)
         Efi::Throw(msg::invalid_dimension, -1);
-    aMatrix* const U = uncleared(ctx, A->m_rows, A->m_cols);
-    aMatrix* const V = uncleared(ctx, A->m_cols, A->m_cols);
+    // U stands above V in one array, so that packing has nothing to copy.
+    const std::uint64_t rows = std::uint64_t{A->m_rows} + A->m_cols;
+    if (rows > std::numeric_limits<std::uint32_t>::max())
+        Efi::Throw(msg::out_of_memory, -1);
+    aMatrix* const both = uncleared(ctx, static_cast<std::uint32_t>(rows), A->m_cols);
+    aMatrix* const U = aMatrix::mk(ctx->m_arena, A->m_rows, A->m_cols, both->m_rv, nullptr);
+    aMatrix* const V = aMatrix::mk(ctx->m_arena, A->m_cols, A->m_cols, both->m_rv + A->m_rows, nullptr);
+    U->m_anr = V->m_anr = both->m_anr;
     aMatrix* const w = uncleared(ctx, A->m_cols, 1);
     for (std::size_t j = 0; j < A->m_cols; ++j)
         std::copy_n(column(A, j), A->m_rows, column(U, j));
@@ -136,11 +153,17 @@ void svd_decompose(EfiCallContext* ctx, aMatrix* A, aMatrix* V, aMatrix* w)
         Efi::Throw(msg::rows_less_than_columns, -1);
     const std::size_t n = A->m_cols;
     double* const e = Efi::uncleared_doubles(ctx, n);
-    const Bidiagonal B = bidiagonalise(ctx, A, w->m_rv, e, NestedElements::not_looked_at);
-    accumulate_V(A, B, V);
-    accumulate_U(A, B);
-    Vectors vectors(A, V);
+    auto* const negated = static_cast<bool*>(ctx->m_arena->allocate_array(n));
+    const Bidiagonal B = bidiagonalise(ctx, A, w->m_rv, e, NestedElements::not_looked_at, V);
+    accumulate_V(ctx, B, V);
+    accumulate_U(ctx, B, A);
+    Vectors vectors(ctx, A, V, negated);
     diagonalise(B, vectors);
+    vectors.apply();
+    for (std::size_t j = 0; j < n; ++j)
+        if (negated[j])
+            for (std::size_t i = 0; i < n; ++i)
+                at(V, i, j) = -at(V, i, j);
 
     auto* const from = static_cast<std::uint32_t*>(ctx->m_arena->allocate_uncleared(n * sizeof(std::uint32_t)));
     std::iota(from, from + n, 0U);
@@ -156,7 +179,7 @@ void svd_values(EfiCallContext* ctx, aMatrix* A)
     const std::size_t n = A->m_cols;
     double* const w = Efi::uncleared_doubles(ctx, n);
     double* const e = Efi::uncleared_doubles(ctx, n);
-    const Bidiagonal B = bidiagonalise(ctx, A, w, e, NestedElements::refused);
+    const Bidiagonal B = bidiagonalise(ctx, A, w, e, NestedElements::refused, nullptr);
     NoVectors vectors;
     diagonalise(B, vectors);
     exchange_sort(n, w, [](std::size_t, std::size_t) {});

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+
+/// Doubles side by side in a register. GCC 12 copies an array of vectors in halves and through the stack: load and store
+/// one at a time, in a loop that is unrolled.
+namespace native::side_by_side {
+
+using Two [[gnu::vector_size(16)]] = double;
+using Four [[gnu::vector_size(32)]] = double;
+
+template <class Vector>
+inline constexpr std::size_t lanes = sizeof(Vector) / sizeof(double);
+
+template <class Vector>
+[[gnu::always_inline]] inline void load(Vector& v, const double* from)
+{
+    __builtin_memcpy(&v, from, sizeof v);
+}
+
+template <class Vector>
+[[gnu::always_inline]] inline void store(const Vector& v, double* to)
+{
+    __builtin_memcpy(to, &v, sizeof v);
+}
+
+} // namespace native::side_by_side
