@@ -1,5 +1,6 @@
 #pragma once
 
+#include "efiutl/api.hpp"
 #include "efiutl/context.hpp"
 #include "efiutl/records.hpp"
 
@@ -9,7 +10,7 @@ namespace native {
 
 /// Plane rotations of the columns of a matrix, saved up and applied in their order to a strip of rows at a time: rows
 /// are independent of each other, and a strip stays in cache over many rotations. Takes no memory once it is made.
-class SavedRotations {
+class BAILUXSKO_API SavedRotations {
 public:
     /// @throws "out of memory" (-1)
     SavedRotations(EfiCallContext* ctx, aMatrix* M);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bailuxsko/kernels/side_by_side.hpp"
+
 #include <algorithm>
 #include <cstddef>
 
@@ -10,10 +12,9 @@
 /// stored: zeros there would raise flags that the matrices do not (0 times infinity).
 namespace native::tiles {
 
-/// Doubles side by side. Written out, because the vectoriser of GCC 12 fuses what it finds by itself.
-using Two [[gnu::vector_size(16)]] = double;
-using Four [[gnu::vector_size(32)]] = double;
-using Eight [[gnu::vector_size(64)]] = double;
+using side_by_side::Eight;
+using side_by_side::Four;
+using side_by_side::Two;
 
 template <class Vector>
 inline constexpr std::size_t width = sizeof(Vector) / sizeof(double);
