@@ -60,7 +60,7 @@ void factorise(EfiCallContext* ctx, const aMatrix* A, aMatrix* L)
         Efi::Throw(msg::unknown_error, -1);
     const Strips M{.m_elements = Efi::uncleared_doubles(ctx, Strips::size(A->m_rows)), .m_n = A->m_rows};
     load(A, M);
-    if (!at_level(factorise_strips_baseline, factorise_strips_avx2)(M))
+    if (!at_level(factorise_strips_baseline, factorise_strips_avx2, factorise_strips_avx512)(M))
         Efi::Throw(msg::non_positive_definite_matrix, -1);
     store(M, L);
 }

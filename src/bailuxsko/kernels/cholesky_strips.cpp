@@ -12,33 +12,51 @@ namespace native {
 namespace {
 
 constexpr std::size_t height = Strips::height;
-constexpr std::size_t panel = 16;    // blocks of eight columns whose products are taken off the rest at once
-constexpr std::size_t tile_cols = 4; // with two vectors of rows: eight sums
+constexpr std::size_t panel = 16; // blocks of eight columns whose products are taken off the rest at once
+
+/// A tile is eight sums, as two vectors of rows by four columns, or as one vector of all eight rows by eight columns.
+template <class Vector>
+constexpr std::size_t vectors = std::min<std::size_t>(2, height / tiles::width<Vector>);
+template <class Vector>
+constexpr std::size_t columns = 8 / vectors<Vector>;
+
+/// One at a time: GCC 12 copies an array of vectors in halves, and loading the whole then waits for both.
+template <class Vector, std::size_t count>
+[[gnu::always_inline]] inline void load(Vector (&to)[count], const double* from)
+{
+    for (std::size_t v = 0; v < count; ++v)
+        __builtin_memcpy(&to[v], from + v * tiles::width<Vector>, sizeof(Vector));
+}
+
+template <class Vector, std::size_t count>
+[[gnu::always_inline]] inline void store(const Vector (&from)[count], double* to)
+{
+    for (std::size_t v = 0; v < count; ++v)
+        __builtin_memcpy(to + v * tiles::width<Vector>, &from[v], sizeof(Vector));
+}
 
 /// Subtracts from the eight columns at C the products of the strips A and B, whose `terms` columns stand side by side.
 template <class Vector>
 [[gnu::always_inline]] inline void subtract_products(double* C, const double* A, const double* B, std::size_t terms)
 {
-    constexpr std::size_t w = tiles::width<Vector>;
-    for (std::size_t row = 0; row < height; row += 2 * w)
-        for (std::size_t j = 0; j < height; j += tile_cols) {
+    for (std::size_t row = 0; row < height; row += vectors<Vector> * tiles::width<Vector>)
+        for (std::size_t j = 0; j < height; j += columns<Vector>) {
             double* const c = C + j * height + row;
-            Vector sum[tile_cols][2];
-            for (std::size_t t = 0; t < tile_cols; ++t)
-                __builtin_memcpy(sum[t], c + t * height, sizeof sum[t]);
+            Vector sum[columns<Vector>][vectors<Vector>];
+            for (std::size_t t = 0; t < columns<Vector>; ++t)
+                load(sum[t], c + t * height);
             const double* a = A + row;
             const double* b = B + j;
             for (std::size_t k = 0; k < terms; ++k, a += height, b += height) {
-                Vector rows[2];
-                __builtin_memcpy(rows, a, sizeof rows);
-#pragma GCC unroll 4
-                for (std::size_t t = 0; t < tile_cols; ++t) {
-                    sum[t][0] -= rows[0] * b[t];
-                    sum[t][1] -= rows[1] * b[t];
-                }
+                Vector rows[vectors<Vector>];
+                load(rows, a);
+#pragma GCC unroll 8
+                for (std::size_t t = 0; t < columns<Vector>; ++t)
+                    for (std::size_t v = 0; v < vectors<Vector>; ++v)
+                        sum[t][v] -= rows[v] * b[t];
             }
-            for (std::size_t t = 0; t < tile_cols; ++t)
-                __builtin_memcpy(c + t * height, sum[t], sizeof sum[t]);
+            for (std::size_t t = 0; t < columns<Vector>; ++t)
+                store(sum[t], c + t * height);
         }
 }
 
@@ -120,8 +138,18 @@ bool factorise_strips_baseline(const Strips& M)
 {
     return factorise_strips<tiles::Four>(M);
 }
+
+[[gnu::target("avx512f")]] bool factorise_strips_avx512(const Strips& M)
+{
+    return factorise_strips<tiles::Eight>(M);
+}
 #else
 bool factorise_strips_avx2(const Strips& M)
+{
+    return factorise_strips_baseline(M);
+}
+
+bool factorise_strips_avx512(const Strips& M)
 {
     return factorise_strips_baseline(M);
 }

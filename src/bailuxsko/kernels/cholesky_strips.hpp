@@ -27,5 +27,6 @@ struct Strips {
 /// M becomes L with M = L * L'; false at a pivot that is not above zero.
 bool factorise_strips_baseline(const Strips& M);
 bool factorise_strips_avx2(const Strips& M);
+bool factorise_strips_avx512(const Strips& M);
 
 } // namespace native

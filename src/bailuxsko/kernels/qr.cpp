@@ -84,7 +84,7 @@ void factorise(EfiCallContext* ctx, aMatrix* A, aMatrix** Q, aMatrix** R)
     S.m_elements = Efi::uncleared_doubles(ctx, S.strips() * width * m);
     S.m_rotations = reinterpret_cast<Rotation*>(Efi::uncleared_doubles(ctx, 2 * m * saved_sweeps(m, n)));
     load(A, S);
-    at_level(rotate_strips_baseline, rotate_strips_avx2)(S);
+    at_level(rotate_strips_baseline, rotate_strips_avx2, rotate_strips_avx512)(S);
     store(S, (*Q)->m_rv, (*R)->m_rv);
 }
 

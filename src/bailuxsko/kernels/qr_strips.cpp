@@ -16,8 +16,7 @@ namespace native {
 namespace {
 
 constexpr std::size_t width = RowStrips::width;
-constexpr std::size_t panel = 4;    // strips whose rotations are found together
-constexpr std::size_t together = 3; // sweeps in one pass
+constexpr std::size_t panel = 12; // strips whose rotations are found together
 
 /// In place of a rotation that is left out: no rotation has both zero.
 constexpr Rotation none{.c = 0.0, .s = 0.0};
@@ -46,16 +45,19 @@ template <class Vector, std::size_t vectors>
     }
 }
 
+/// One at a time: GCC 12 copies an array of vectors in halves, and loading the whole then waits for both.
 template <class Vector, std::size_t vectors>
 [[gnu::always_inline]] inline void load(Vector (&row)[vectors], const double* from)
 {
-    __builtin_memcpy(row, from, sizeof row);
+    for (std::size_t v = 0; v < vectors; ++v)
+        __builtin_memcpy(&row[v], from + v * tiles::width<Vector>, sizeof(Vector));
 }
 
 template <class Vector, std::size_t vectors>
 [[gnu::always_inline]] inline void save(const Vector (&row)[vectors], double* to)
 {
-    __builtin_memcpy(to, row, sizeof row);
+    for (std::size_t v = 0; v < vectors; ++v)
+        __builtin_memcpy(to + v * tiles::width<Vector>, &row[v], sizeof(Vector));
 }
 
 /// One sweep in one strip; the row that two neighbouring rotations share stays in registers.
@@ -78,49 +80,85 @@ template <class Vector>
     save(lower, strip + sweep.m_pivot * width);
 }
 
-/// Three complete sweeps, each with a pivot one row below the one before, in some columns of a strip. The third must
-/// have a rotation.
+/// How many sweeps one pass carries out, and how many vectors of a row: as many as the registers hold rows of.
 template <class Vector>
-[[gnu::always_inline]] inline void apply_three(const Sweep* sweeps, double* columns, std::size_t m)
-{
-    constexpr std::size_t vectors = 2;
-    const Rotation* const first = sweeps[0].m_rotations;
-    const Rotation* const second = sweeps[1].m_rotations;
-    const Rotation* const third = sweeps[2].m_rotations;
-    Vector row[vectors];      // row i - 1
-    Vector below[3][vectors]; // rows i, i + 1 and i + 2
-    load(below[1], columns + (m - 2) * width);
-    load(below[2], columns + (m - 1) * width);
-    load(below[0], columns + (m - 3) * width);
-    rotate(first[m - 1], below[1], below[2]);
-    rotate(first[m - 2], below[0], below[1]);
-    rotate(second[m - 1], below[1], below[2]);
-    for (std::size_t i = m - 3; i > sweeps[0].m_pivot; --i) {
-        load(row, columns + (i - 1) * width);
-        rotate(first[i], row, below[0]);
-        rotate(second[i + 1], below[0], below[1]);
-        rotate(third[i + 2], below[1], below[2]);
-        save(below[2], columns + (i + 2) * width);
-#pragma GCC unroll 2
-        for (std::size_t v = 0; v < vectors; ++v) {
-            below[2][v] = below[1][v];
-            below[1][v] = below[0][v];
-            below[0][v] = row[v];
+constexpr std::size_t together = sizeof(Vector) == sizeof(tiles::Eight) ? 6 : 3;
+template <class Vector>
+constexpr std::size_t pass_vectors = std::min<std::size_t>(2, width / tiles::width<Vector>);
+
+/// The rows that sweeps in one pass have between them: m_rows[k] is row i + k, which sweep k rotates with the row
+/// above.
+template <class Vector>
+struct Wave {
+    static constexpr std::size_t vectors = pass_vectors<Vector>;
+    static constexpr std::size_t depth = together<Vector>;
+
+    const Sweep* m_sweeps;
+    Vector m_rows[depth][vectors];
+
+    /// The first `count` sweeps go one row up: `row`, which is row i - 1, comes in.
+    template <std::size_t count>
+    [[gnu::always_inline]] void rotate_up(Vector (&row)[vectors], std::size_t i)
+    {
+        rotate(m_sweeps[0].m_rotations[i], row, m_rows[0]);
+#pragma GCC unroll 8
+        for (std::size_t k = 1; k < count; ++k)
+            rotate(m_sweeps[k].m_rotations[i + k], m_rows[k - 1], m_rows[k]);
+    }
+
+    /// Row i - 1 becomes row i of the next step.
+    [[gnu::always_inline]] void move_up(const Vector (&row)[vectors])
+    {
+#pragma GCC unroll 8
+        for (std::size_t k = depth; --k > 0;)
+            for (std::size_t v = 0; v < vectors; ++v)
+                m_rows[k][v] = m_rows[k - 1][v];
+        for (std::size_t v = 0; v < vectors; ++v)
+            m_rows[0][v] = row[v];
+    }
+
+    /// The first steps, in which the later sweeps wait for rows.
+    template <std::size_t count = 1>
+    [[gnu::always_inline]] void begin(const double* columns, std::size_t m)
+    {
+        if constexpr (count < depth) {
+            Vector row[vectors];
+            load(row, columns + (m - count - 1) * width);
+            rotate_up<count>(row, m - count);
+            move_up(row);
+            begin<count + 1>(columns, m);
         }
     }
-    double* const pivot = columns + sweeps[0].m_pivot * width;
-    save(below[0], pivot);
-    save(below[1], pivot + width);
-    save(below[2], pivot + 2 * width);
+};
+
+/// Complete sweeps, each with a pivot one row below the one before, in some columns of a strip. The last must have a
+/// rotation.
+template <class Vector>
+[[gnu::always_inline]] inline void apply_together(const Sweep* sweeps, double* columns, std::size_t m)
+{
+    constexpr std::size_t depth = together<Vector>;
+    Wave<Vector> wave{.m_sweeps = sweeps, .m_rows = {}};
+    load(wave.m_rows[0], columns + (m - 1) * width);
+    wave.begin(columns, m);
+    for (std::size_t i = m - depth; i > sweeps[0].m_pivot; --i) {
+        Vector row[wave.vectors];
+        load(row, columns + (i - 1) * width);
+        wave.template rotate_up<depth>(row, i);
+        save(wave.m_rows[depth - 1], columns + (i + depth - 1) * width);
+        wave.move_up(row);
+    }
+    for (std::size_t k = 0; k < depth; ++k)
+        save(wave.m_rows[k], columns + (sweeps[0].m_pivot + k) * width);
 }
 
-/// Whether three sweeps can be carried out in one pass.
+/// Whether the next sweeps can be carried out in one pass.
+template <class Vector>
 [[gnu::always_inline]] inline bool are_in_step(const Sweep* sweeps, std::size_t m)
 {
-    for (std::size_t k = 0; k < together; ++k)
+    for (std::size_t k = 0; k < together<Vector>; ++k)
         if (!sweeps[k].m_complete || sweeps[k].m_pivot != sweeps[0].m_pivot + k)
             return false;
-    return sweeps[2].m_pivot + 1 < m;
+    return sweeps[0].m_pivot + together<Vector> < m;
 }
 
 /// All sweeps of a panel in a strip outside it.
@@ -128,10 +166,10 @@ template <class Vector>
 [[gnu::always_inline]] inline void apply_all(const Sweep* sweeps, std::size_t count, double* strip, std::size_t m)
 {
     for (std::size_t k = 0; k < count;) {
-        if (k + together <= count && are_in_step(sweeps + k, m)) {
-            for (std::size_t from = 0; from < width; from += 2 * tiles::width<Vector>)
-                apply_three<Vector>(sweeps + k, strip + from, m);
-            k += together;
+        if (k + together<Vector> <= count && are_in_step<Vector>(sweeps + k, m)) {
+            for (std::size_t from = 0; from < width; from += pass_vectors<Vector> * tiles::width<Vector>)
+                apply_together<Vector>(sweeps + k, strip + from, m);
+            k += together<Vector>;
         } else {
             apply<Vector>(sweeps[k], strip, m);
             ++k;
@@ -252,8 +290,18 @@ void rotate_strips_baseline(const RowStrips& S)
 {
     rotate_strips<tiles::Four>(S);
 }
+
+[[gnu::target("avx512f")]] void rotate_strips_avx512(const RowStrips& S)
+{
+    rotate_strips<tiles::Eight>(S);
+}
 #else
 void rotate_strips_avx2(const RowStrips& S)
+{
+    rotate_strips_baseline(S);
+}
+
+void rotate_strips_avx512(const RowStrips& S)
 {
     rotate_strips_baseline(S);
 }

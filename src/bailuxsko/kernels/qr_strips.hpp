@@ -28,5 +28,6 @@ std::size_t saved_sweeps(std::size_t m, std::size_t n);
 /// Rotates R, at first A, to row-echelon form, and Q', at first the identity, alike.
 void rotate_strips_baseline(const RowStrips& S);
 void rotate_strips_avx2(const RowStrips& S);
+void rotate_strips_avx512(const RowStrips& S);
 
 } // namespace native
