@@ -78,6 +78,8 @@ TEST_P(QrBits, OfAllKinds)
             for (const std::uint32_t n : {31U, 32U, 33U, 64U, 66U, 97U})
                 expect_plain(kind.name, drawn(kind, m, n, random));
         expect_plain(kind.name, drawn(kind, 130, 129, random));
+        expect_plain(kind.name, drawn(kind, 170, 20, random));
+        expect_plain(kind.name, drawn(kind, 90, 205, random));
     }
 }
 

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 
 namespace native {
 namespace {
@@ -80,11 +81,21 @@ void factorise(EfiCallContext* ctx, aMatrix* A, aMatrix** Q, aMatrix** R)
         if (const char* const message = Efi::MtoVcol(ctx, A, 0, v)) // the other columns can be read if this one can
             Efi::Throw(message, -1);
     }
-    RowStrips S{.m_elements = nullptr, .m_rows = m, .m_cols = n, .m_rotations = nullptr};
+    RowStrips S{
+        .m_elements = nullptr, .m_rows = m, .m_cols = n, .m_rotations = nullptr, .m_zero_from = nullptr, .m_signs = {}};
     S.m_elements = Efi::uncleared_doubles(ctx, S.strips() * width * m);
     S.m_rotations = reinterpret_cast<Rotation*>(Efi::uncleared_doubles(ctx, 2 * m * saved_sweeps(m, n)));
+    S.m_zero_from = static_cast<std::size_t*>(ctx->m_arena->allocate_uncleared(S.strips_of_R() * sizeof(std::size_t)));
+    auto* const signs = static_cast<std::uint64_t*>(
+        ctx->m_arena->allocate_array(ZeroSigns::size(m, S.strips_of_R(), S.strips_of_Q()) * sizeof(std::uint64_t)));
+    S.m_signs = ZeroSigns(signs, S.strips_of_R(), S.strips_of_Q());
     load(A, S);
-    at_level(rotate_strips_baseline, rotate_strips_avx2, rotate_strips_avx512)(S);
+    const auto rotate_strips = at_level(rotate_strips_baseline, rotate_strips_avx2, rotate_strips_avx512);
+    if (!rotate_strips(S)) { // zeros do not stay zeros
+        S.m_signs = {};
+        load(A, S);
+        rotate_strips(S);
+    }
     store(S, (*Q)->m_rv, (*R)->m_rv);
 }
 
