@@ -83,8 +83,9 @@ template <class Vector>
     std::size_t first = M->m_cols;
     std::size_t end = 0;
     for (std::size_t q = 0; q < S.m_count; ++q) {
-        first = std::min(first, S.m_sequences[q].m_left);
-        end = std::max(end, S.m_sequences[q].m_right + S.m_sequences[q].m_count);
+        const Sequence& sequence = S.m_sequences[q];
+        first = std::min<std::size_t>(first, sequence.m_left);
+        end = std::max<std::size_t>(end, sequence.m_right + sequence.m_count);
     }
     const Strip<Vector> strip{S.m_strip};
     for (std::size_t i = 0; i < M->m_rows; i += strip_rows) {
@@ -98,7 +99,7 @@ template <class Vector>
                 rotate_strip<Vector, true>(strip, S.m_sequences[q], rotations);
             else
                 rotate_strip<Vector, false>(strip, S.m_sequences[q], rotations);
-            rotations += 2 * S.m_sequences[q].m_count;
+            rotations += std::size_t{2} * S.m_sequences[q].m_count;
         }
         for (std::size_t j = first; j < end; ++j)
             std::copy_n(strip.m_columns + j * strip_rows, rows, Efi::column(M, j) + i);
@@ -133,7 +134,10 @@ void SavedRotations::begin(std::size_t left, std::size_t right, bool neighbours,
 {
     if (m_count == most_sequences || m_used + most > m_room)
         apply();
-    m_sequences[m_count++] = {.m_left = left, .m_right = right, .m_count = 0, .m_neighbours = neighbours};
+    m_sequences[m_count++] = {.m_left = static_cast<std::uint32_t>(left),
+                              .m_right = static_cast<std::uint32_t>(right),
+                              .m_count = 0,
+                              .m_neighbours = neighbours};
 }
 
 void SavedRotations::apply()

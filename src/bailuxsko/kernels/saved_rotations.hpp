@@ -5,6 +5,7 @@
 #include "efiutl/records.hpp"
 
 #include <cstddef>
+#include <cstdint>
 
 namespace native {
 
@@ -33,14 +34,14 @@ public:
     void apply();
 
     struct Sequence {
-        std::size_t m_left;
-        std::size_t m_right;
-        std::size_t m_count;
+        std::uint32_t m_left;
+        std::uint32_t m_right;
+        std::uint32_t m_count;
         bool m_neighbours;
     };
 
 private:
-    static constexpr std::size_t most_sequences = 256;
+    static constexpr std::size_t most_sequences = 128;
 
     void begin(std::size_t left, std::size_t right, bool neighbours, std::size_t most);
 
