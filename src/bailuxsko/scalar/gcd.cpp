@@ -52,7 +52,7 @@ double divisor_of_column(double running, std::span<const double> column, int ind
         const double v = whole(x, index);
         const auto n = static_cast<std::int64_t>(v);
         // from 2^51 on the quotient may be off, and the number take the long way for nothing
-        if (static_cast<std::int64_t>(v * inverse + 0.5) * divisor == n)
+        if (std::llrint(v * inverse) * divisor == n)
             continue;
         divisor = divisor_of_integers(divisor, n);
         inverse = 1.0 / static_cast<double>(divisor);

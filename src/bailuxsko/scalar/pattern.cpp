@@ -74,7 +74,8 @@ std::optional<std::string_view> Match::group(const char* name) const
     const int number = pcre2_substring_number_from_name(code, reinterpret_cast<PCRE2_SPTR>(name));
     if (number < 0)
         return std::nullopt;
-    const PCRE2_SIZE* const place = pcre2_get_ovector_pointer(match_data(m_groups.get())) + 2 * number;
+    const PCRE2_SIZE* const place =
+        pcre2_get_ovector_pointer(match_data(m_groups.get())) + std::size_t{2} * static_cast<std::size_t>(number);
     if (place[0] == PCRE2_UNSET)
         return std::nullopt;
     return m_text.substr(place[0], place[1] - place[0]);
