@@ -128,10 +128,10 @@ struct Steps {
 }
 
 /// The steps in the rows from `from` to before `to`, which have none of their pivots, of the columns from `first` on.
+using Scaled = double[columns_at_once][panel_columns]; // pivot rows, column by column
 template <class Vector>
 [[gnu::always_inline]] inline void reduce_rows(const Table& T, const Steps& S, std::size_t from, std::size_t to,
-                                               std::size_t first, std::size_t end,
-                                               const double (&scaled)[columns_at_once][panel_columns])
+                                               std::size_t first, std::size_t end, const Scaled& scaled)
 {
     constexpr std::size_t height = tiles::tile_rows<Vector>;
     double strip[height * panel_columns];
@@ -161,8 +161,10 @@ void clear_pivot_columns(const Table& T, const Steps& S)
     }
 }
 
-template <class Vector>
-[[gnu::always_inline]] inline void eliminate(const Table& T)
+using ReduceRows = void(const Table& T, const Steps& S, std::size_t from, std::size_t to, std::size_t first,
+                        std::size_t end, const Scaled& scaled);
+
+[[gnu::always_inline]] inline void eliminate(const Table& T, ReduceRows* reduce_rows)
 {
     std::size_t passed_over = T.m_cols; // the first column that was
     std::size_t pivot_row = 0;
@@ -174,13 +176,13 @@ template <class Vector>
             S.exchange_rows_in(T.column(j));
         for (std::size_t j = end; j < T.m_cols; j += columns_at_once) {
             const std::size_t to = std::min(j + columns_at_once, T.m_cols);
-            double scaled[columns_at_once][panel_columns];
+            Scaled scaled;
             for (std::size_t c = j; c < to; ++c) {
                 S.exchange_rows_in(T.column(c));
                 reduce_pivot_rows(T, S, T.column(c), scaled[c - j]);
             }
-            reduce_rows<Vector>(T, S, 0, S.m_first, j, to, scaled);
-            reduce_rows<Vector>(T, S, S.end(), T.m_rows, j, to, scaled);
+            reduce_rows(T, S, 0, S.m_first, j, to, scaled);
+            reduce_rows(T, S, S.end(), T.m_rows, j, to, scaled);
         }
         clear_pivot_columns(T, S);
         if (passes_over)
@@ -189,18 +191,39 @@ template <class Vector>
     }
 }
 
+void reduce_rows_baseline(const Table& T, const Steps& S, std::size_t from, std::size_t to, std::size_t first,
+                          std::size_t end, const Scaled& scaled)
+{
+    reduce_rows<tiles::Two>(T, S, from, to, first, end, scaled);
+}
 void eliminate_baseline(const Table& T)
 {
-    eliminate<tiles::Two>(T);
+    eliminate(T, reduce_rows_baseline);
 }
 
 #if defined(__x86_64__)
+[[gnu::target("avx2")]] void reduce_rows_avx2(const Table& T, const Steps& S, std::size_t from, std::size_t to,
+                                              std::size_t first, std::size_t end, const Scaled& scaled)
+{
+    reduce_rows<tiles::Four>(T, S, from, to, first, end, scaled);
+}
 [[gnu::target("avx2")]] void eliminate_avx2(const Table& T)
 {
-    eliminate<tiles::Four>(T);
+    eliminate(T, reduce_rows_avx2);
+}
+
+[[gnu::target("avx512f")]] void reduce_rows_avx512(const Table& T, const Steps& S, std::size_t from, std::size_t to,
+                                                   std::size_t first, std::size_t end, const Scaled& scaled)
+{
+    reduce_rows<tiles::Eight>(T, S, from, to, first, end, scaled);
+}
+[[gnu::target("avx2")]] void eliminate_avx512(const Table& T) // the tiles alone have an instance of their own
+{
+    eliminate(T, reduce_rows_avx512);
 }
 #else
 constexpr auto eliminate_avx2 = eliminate_baseline;
+constexpr auto eliminate_avx512 = eliminate_baseline;
 #endif
 
 } // namespace
@@ -213,7 +236,7 @@ void gauss_jordan(double* const* columns, int m, int n, double tol)
                   .m_rows = static_cast<std::size_t>(m),
                   .m_cols = static_cast<std::size_t>(n),
                   .m_tolerance = tol};
-    at_level(eliminate_baseline, eliminate_avx2)(T);
+    at_level(eliminate_baseline, eliminate_avx2, eliminate_avx512)(T);
 }
 
 } // namespace native
