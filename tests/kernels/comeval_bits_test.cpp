@@ -53,7 +53,8 @@ Outcome outcome(Matrix A, Call call)
     if (result.has_fault)
         return {.raised = {}, .eigenvalues = {}, .re = {}, .im = {}, .has_fault = true};
     const std::size_t area = std::size_t{record.m_anr} * record.m_cols;
-    result.eigenvalues = bits(w.data(), w.size());
+    if (result.raised.message.empty()) // else they are nobody's business
+        result.eigenvalues = bits(w.data(), w.size());
     result.re = bits(record.m_rv, area);
     if (record.m_iv != nullptr)
         result.im = bits(record.m_iv, area);
