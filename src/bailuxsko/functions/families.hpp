@@ -14,6 +14,7 @@ std::span<const Evl::FunctionRow> qr();
 std::span<const Evl::FunctionRow> rref();
 std::span<const Evl::FunctionRow> linear_systems();
 std::span<const Evl::FunctionRow> lapack_factorisations();
+std::span<const Evl::FunctionRow> lapack_eigenvalues();
 std::span<const Evl::FunctionRow> norms();
 std::span<const Evl::FunctionRow> arithmetic();
 std::span<const Evl::FunctionRow> inverse();

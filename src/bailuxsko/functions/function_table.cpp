@@ -33,6 +33,7 @@ std::vector<Evl::FunctionRow> all_families()
         {"Eigenvalues and eigenvectors", families::eigenvalues()},
         {"Factorisations by LAPACK", families::lapack_factorisations()},
         {"Linear systems", families::linear_systems()},
+        {"Eigenvalues by LAPACK", families::lapack_eigenvalues()},
         {"Norms and conditions", families::norms()},
         {"Singular values", families::svd()},
         {"Notations", families::notations()},

@@ -62,6 +62,25 @@ void dpstrf_(const char* uplo, const int* n, double* A, const int* lda, int* piv
              double* work, int* info, std::size_t uplo_length);
 void zpstrf_(const char* uplo, const int* n, MKL_Complex16* A, const int* lda, int* piv, int* rank, const double* tol,
              double* work, int* info, std::size_t uplo_length);
+void dsyev_(const char* jobz, const char* uplo, const int* n, double* A, const int* lda, double* w, double* work,
+            const int* lwork, int* info, std::size_t jobz_length, std::size_t uplo_length);
+void zheev_(const char* jobz, const char* uplo, const int* n, MKL_Complex16* A, const int* lda, double* w,
+            MKL_Complex16* work, const int* lwork, double* rwork, int* info, std::size_t jobz_length,
+            std::size_t uplo_length);
+void dgeev_(const char* jobvl, const char* jobvr, const int* n, double* A, const int* lda, double* wr, double* wi,
+            double* vl, const int* ldvl, double* vr, const int* ldvr, double* work, const int* lwork, int* info,
+            std::size_t jobvl_length, std::size_t jobvr_length);
+void zgeev_(const char* jobvl, const char* jobvr, const int* n, MKL_Complex16* A, const int* lda, MKL_Complex16* w,
+            MKL_Complex16* vl, const int* ldvl, MKL_Complex16* vr, const int* ldvr, MKL_Complex16* work,
+            const int* lwork, double* rwork, int* info, std::size_t jobvl_length, std::size_t jobvr_length);
+void dggev_(const char* jobvl, const char* jobvr, const int* n, double* A, const int* lda, double* B, const int* ldb,
+            double* alphar, double* alphai, double* beta, double* vl, const int* ldvl, double* vr, const int* ldvr,
+            double* work, const int* lwork, int* info, std::size_t jobvl_length, std::size_t jobvr_length);
+void zggev_(const char* jobvl, const char* jobvr, const int* n, MKL_Complex16* A, const int* lda, MKL_Complex16* B,
+            const int* ldb, MKL_Complex16* alpha, MKL_Complex16* beta, MKL_Complex16* vl, const int* ldvl,
+            MKL_Complex16* vr, const int* ldvr, MKL_Complex16* work, const int* lwork, double* rwork, int* info,
+            std::size_t jobvl_length, std::size_t jobvr_length);
+void dladiv_(const double* a, const double* b, const double* c, const double* d, double* re, double* im);
 
 } // extern "C"
 

@@ -37,6 +37,12 @@ struct Routines {
     decltype(&fortran::zpotrf_) zpotrf = &fortran::zpotrf_;
     decltype(&fortran::dpstrf_) dpstrf = &fortran::dpstrf_;
     decltype(&fortran::zpstrf_) zpstrf = &fortran::zpstrf_;
+    decltype(&fortran::dsyev_) dsyev = &fortran::dsyev_;
+    decltype(&fortran::zheev_) zheev = &fortran::zheev_;
+    decltype(&fortran::dgeev_) dgeev = &fortran::dgeev_;
+    decltype(&fortran::zgeev_) zgeev = &fortran::zgeev_;
+    decltype(&fortran::dggev_) dggev = &fortran::dggev_;
+    decltype(&fortran::zggev_) zggev = &fortran::zggev_;
 };
 
 /// The table. Only tests write to it, while no other thread is inside a driver.
