@@ -1,5 +1,6 @@
 // What all drivers have in common: services in order, no buffer lost, arguments untouched, info turned into messages.
 #include "bailuxsko/lapack/determinant.hpp"
+#include "bailuxsko/lapack/eigenvalues.hpp"
 #include "bailuxsko/lapack/inverse.hpp"
 #include "bailuxsko/lapack/product.hpp"
 #include "bailuxsko/lapack/solve.hpp"
@@ -53,6 +54,20 @@ struct Driver {
     }
 };
 
+/// An eigenvalue driver in one of its modes, the letter of which stands behind its name.
+template <Handle (*driver)(EfiCallContext*, const Qud::MatVal&, std::string_view), char mode>
+Handle eigen(EfiCallContext* ctx, const Qud::MatVal& A)
+{
+    constexpr char letter[] = {mode};
+    return driver(ctx, A, {letter, 1});
+}
+template <Handle (*driver)(EfiCallContext*, const Qud::MatVal&, const Qud::MatVal&, std::string_view), char mode>
+Handle eigen_of_pair(EfiCallContext* ctx, const Qud::MatVal& A, const Qud::MatVal& B)
+{
+    constexpr char letter[] = {mode};
+    return driver(ctx, A, B, {letter, 1});
+}
+
 std::vector<Driver> drivers()
 {
     const Handle A = matrices::random_real(5, 5, 1);
@@ -80,6 +95,22 @@ std::vector<Driver> drivers()
         {"dgesvd", dgesvd_vectors, nullptr, tall, nullptr},
         {"zgesvd, values", zgesvd_values, nullptr, tall_complex, nullptr},
         {"zgesvd", zgesvd_vectors, nullptr, tall_complex, nullptr},
+        {"dsyev E", eigen<lapack::dsyev, 'E'>, nullptr, S, nullptr},
+        {"dsyev R", eigen<lapack::dsyev, 'R'>, nullptr, S, nullptr},
+        {"zheev E", eigen<lapack::zheev, 'E'>, nullptr, Z, nullptr},
+        {"zheev L", eigen<lapack::zheev, 'L'>, nullptr, Z, nullptr},
+        {"dgeev E", eigen<lapack::dgeev, 'E'>, nullptr, A, nullptr},
+        {"dgeev R", eigen<lapack::dgeev, 'R'>, nullptr, A, nullptr},
+        {"dgeev L", eigen<lapack::dgeev, 'L'>, nullptr, A, nullptr},
+        {"zgeev E", eigen<lapack::zgeev, 'E'>, nullptr, Z, nullptr},
+        {"zgeev R", eigen<lapack::zgeev, 'R'>, nullptr, Z, nullptr},
+        {"zgeev L", eigen<lapack::zgeev, 'L'>, nullptr, Z, nullptr},
+        {"dggev E", nullptr, eigen_of_pair<lapack::dggev, 'E'>, A, S},
+        {"dggev R", nullptr, eigen_of_pair<lapack::dggev, 'R'>, A, S},
+        {"dggev L", nullptr, eigen_of_pair<lapack::dggev, 'L'>, A, S},
+        {"zggev E", nullptr, eigen_of_pair<lapack::zggev, 'E'>, Z, S},
+        {"zggev R", nullptr, eigen_of_pair<lapack::zggev, 'R'>, Z, S},
+        {"zggev L", nullptr, eigen_of_pair<lapack::zggev, 'L'>, Z, S},
     };
 }
 
@@ -239,6 +270,18 @@ TEST_F(Drivers, TurnEveryInfoIntoAMessage)
     expect_refusal<&Routines::dgesvd>(nullptr, dgesvd_vectors, A, nullptr, not_converging);
     expect_refusal<&Routines::zgesvd>(nullptr, zgesvd_values, Z, nullptr, not_converging);
     expect_refusal<&Routines::zgesvd>(nullptr, zgesvd_vectors, Z, nullptr, not_converging);
+    expect_refusal<&Routines::dsyev>(nullptr, eigen<lapack::dsyev, 'E'>, S, nullptr, not_converging);
+    expect_refusal<&Routines::dsyev>(nullptr, eigen<lapack::dsyev, 'R'>, S, nullptr, not_converging);
+    expect_refusal<&Routines::zheev>(nullptr, eigen<lapack::zheev, 'E'>, Z, nullptr, not_converging);
+    expect_refusal<&Routines::zheev>(nullptr, eigen<lapack::zheev, 'R'>, Z, nullptr, not_converging);
+    expect_refusal<&Routines::dgeev>(nullptr, eigen<lapack::dgeev, 'E'>, A, nullptr, not_converging);
+    expect_refusal<&Routines::dgeev>(nullptr, eigen<lapack::dgeev, 'L'>, A, nullptr, not_converging);
+    expect_refusal<&Routines::zgeev>(nullptr, eigen<lapack::zgeev, 'E'>, Z, nullptr, not_converging);
+    expect_refusal<&Routines::zgeev>(nullptr, eigen<lapack::zgeev, 'R'>, Z, nullptr, not_converging);
+    expect_refusal<&Routines::dggev>(eigen_of_pair<lapack::dggev, 'E'>, nullptr, A, S, not_converging);
+    expect_refusal<&Routines::dggev>(eigen_of_pair<lapack::dggev, 'R'>, nullptr, A, S, not_converging);
+    expect_refusal<&Routines::zggev>(eigen_of_pair<lapack::zggev, 'E'>, nullptr, Z, S, not_converging);
+    expect_refusal<&Routines::zggev>(eigen_of_pair<lapack::zggev, 'L'>, nullptr, Z, S, not_converging);
     expect_refusal<&Routines::dgetrf>(nullptr, lapack::_determinant, A, nullptr, nothing);
     expect_refusal<&Routines::zgetrf>(nullptr, lapack::_determinant, Z, nullptr, nothing);
 }
