@@ -92,6 +92,13 @@ MKL_Complex16* complex_copy(const Qud::MatVal& M, mkl_auto_ptr<MKL_Complex16>& b
     return Z;
 }
 
+MKL_Complex16* complex_copy_and_a_column(const Qud::MatVal& M, mkl_auto_ptr<MKL_Complex16>& buffer)
+{
+    MKL_Complex16* const Z = buffer.allocate(M.count() + M.Rows());
+    cmat2mkl(M, Z, 0);
+    return Z;
+}
+
 Qud::Handle complex_matrix(const MKL_Complex16* Z, std::uint32_t rows, std::uint32_t cols, std::size_t ld)
 {
     Qud::FreshNumbers re = Qud::fresh_numbers(Qud::element_count(rows, cols));

@@ -25,6 +25,11 @@ BAILUXSKO_API void mkl2cmat(const MKL_Complex16* Z, const aMatrix& M, std::size_
 BAILUXSKO_API MKL_Complex16* complex_copy(const Qud::MatVal& M, mkl_auto_ptr<MKL_Complex16>& buffer,
                                           std::size_t ld = 0);
 
+/// M, packed, with a column of zeros behind it. For routines that take a row of M as the vector of a product:
+/// OpenBLAS's complex gemv loads the element behind the last one, a whole column beyond the end. @throws "out of
+/// memory" (-1)
+BAILUXSKO_API MKL_Complex16* complex_copy_and_a_column(const Qud::MatVal& M, mkl_auto_ptr<MKL_Complex16>& buffer);
+
 /// A complex host matrix of rows by cols from Z with leading dimension ld. @throws std::bad_alloc
 BAILUXSKO_API Qud::Handle complex_matrix(const MKL_Complex16* Z, std::uint32_t rows, std::uint32_t cols,
                                          std::size_t ld = 0);

@@ -67,7 +67,7 @@ Qud::Handle zgeev(EfiCallContext*, const Qud::MatVal& A, std::string_view mode)
     mkl_auto_ptr<MKL_Complex16> work;
     mkl_auto_ptr<MKL_Complex16> vectors;
     mkl_auto_ptr<double> rwork;
-    MKL_Complex16* const a = complex_copy(A, copy);
+    MKL_Complex16* const a = complex_copy_and_a_column(A, copy);
     MKL_Complex16* const w = values.allocate_uncleared(n);
     work.allocate_uncleared(static_cast<unsigned>(lwork));
     rwork.allocate_uncleared(std::uint64_t{rwork_columns} * n);

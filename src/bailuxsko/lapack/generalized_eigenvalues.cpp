@@ -77,8 +77,8 @@ Qud::Handle zggev(EfiCallContext*, const Qud::MatVal& A, const Qud::MatVal& B, s
     mkl_auto_ptr<MKL_Complex16> work;
     mkl_auto_ptr<MKL_Complex16> vectors;
     mkl_auto_ptr<double> rwork;
-    MKL_Complex16* const a = complex_copy(A, copy_A);
-    MKL_Complex16* const b = complex_copy(B, copy_B);
+    MKL_Complex16* const a = complex_copy_and_a_column(A, copy_A);
+    MKL_Complex16* const b = complex_copy_and_a_column(B, copy_B);
     MKL_Complex16* const alpha = numerators.allocate_uncleared(n);
     MKL_Complex16* const beta = denominators.allocate_uncleared(n);
     work.allocate_uncleared(static_cast<unsigned>(lwork));

@@ -89,10 +89,7 @@ Qud::Handle zgelss(EfiCallContext*, const Qud::MatVal& A, const Qud::MatVal& B)
     mkl_auto_ptr<int> jpvt;
     mkl_auto_ptr<MKL_Complex16> work;
     mkl_auto_ptr<double> rwork;
-    // One column more than A has: OpenBLAS's complex product loads the element behind the last one of the row that it
-    // takes as its vector, a whole column beyond the end of A.
-    MKL_Complex16* const a = factors.allocate(A.count() + A.Rows());
-    cmat2mkl(A, a, 0);
+    MKL_Complex16* const a = complex_copy_and_a_column(A, factors);
     MKL_Complex16* const x = complex_copy(B, solution, ldb);
     jpvt.allocate(A.Cols());
     work.allocate_uncleared(static_cast<unsigned>(size.lwork));

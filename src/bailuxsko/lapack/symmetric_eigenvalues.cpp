@@ -63,9 +63,9 @@ Qud::Handle zheev(EfiCallContext*, const Qud::MatVal& A, std::string_view mode)
     mkl_auto_ptr<MKL_Complex16> copy;
     mkl_auto_ptr<MKL_Complex16> work;
     mkl_auto_ptr<double> rwork;
-    MKL_Complex16* const a = complex_copy(A, copy);
+    MKL_Complex16* const a = complex_copy_and_a_column(A, copy);
     Qud::FreshNumbers w = result_numbers(n);
-    work.allocate_uncleared(static_cast<unsigned>(lwork));
+    work.allocate(std::uint64_t{work_columns + 1} * n); // rows of its blocks are taken as vectors, as those of A are
     rwork.allocate_uncleared(std::uint64_t{rwork_columns} * n);
     refuse_not_finite(A);
 
