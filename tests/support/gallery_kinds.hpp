@@ -16,7 +16,8 @@ struct Kind {
     const char* name;
     Matrix (*make)(std::uint32_t n, Random& random);
     bool singular = false;
-    bool large = false; ///< also of the sizes above `usual_largest`
+    bool nearly_defective = false; ///< some eigenvectors nearly agree
+    bool large = false;            ///< also of the sizes above `usual_largest`
 };
 
 namespace detail {
@@ -78,9 +79,9 @@ inline const Kind real_kinds[] = {
      .singular = true,
      .large = true},
     {.name = "Hilbert", .make = [](std::uint32_t n, Random&) { return hilbert(n); }},
-    {.name = "Frank", .make = [](std::uint32_t n, Random&) { return frank(n); }},
+    {.name = "Frank", .make = [](std::uint32_t n, Random&) { return frank(n); }, .nearly_defective = true},
     {.name = "Pascal", .make = [](std::uint32_t n, Random&) { return pascal(n); }},
-    {.name = "Vandermonde", .make = [](std::uint32_t n, Random&) { return vandermonde(n); }},
+    {.name = "Vandermonde", .make = [](std::uint32_t n, Random&) { return vandermonde(n); }, .nearly_defective = true},
     {.name = "Wilkinson", .make = [](std::uint32_t n, Random&) { return n == 1 ? Matrix{{1}} : wilkinson(n); }},
     {.name = "Kahan", .make = [](std::uint32_t n, Random&) { return kahan(n); }},
     {.name = "badly scaled rows",
@@ -102,8 +103,12 @@ inline const Kind complex_kinds[] = {
      .make = [](std::uint32_t n, Random& r) { return with_singular_values(n, n, deficient_values(n), true, r); },
      .singular = true},
     {.name = "Hilbert with phases", .make = [](std::uint32_t n, Random&) { return with_phases(hilbert(n)); }},
-    {.name = "Frank with phases", .make = [](std::uint32_t n, Random&) { return with_phases(frank(n)); }},
-    {.name = "Vandermonde with phases", .make = [](std::uint32_t n, Random&) { return with_phases(vandermonde(n)); }},
+    {.name = "Frank with phases",
+     .make = [](std::uint32_t n, Random&) { return with_phases(frank(n)); },
+     .nearly_defective = true},
+    {.name = "Vandermonde with phases",
+     .make = [](std::uint32_t n, Random&) { return with_phases(vandermonde(n)); },
+     .nearly_defective = true},
     {.name = "complex, badly scaled rows",
      .make = [](std::uint32_t n,
                 Random& r) { return scaled(detail::random_complex(n, r), detail::down, detail::same); }},
