@@ -2,7 +2,8 @@
 
 usage: numbers_page.py PAGE [--write] RATIOS...
 
-RATIOS are the files that the property tests wrote, one worst ratio a line: function, residual, ratio, kind, n, bound.
+RATIOS are the files that the property tests wrote, one worst ratio a line: function, residual, ratio, kind, n, bound,
+and the worst of matrices of 100 rows and more, -1 where none were measured.
 With --write the page gets them; without, the page must hold them already: those of the library's own routines to the
 digit, since they are the same everywhere, of those that LAPACK has a part in (lapack.tsv) the rows only.
 """
@@ -11,15 +12,17 @@ import sys
 
 BEGIN = "<!-- measured -->\n"
 END = "<!-- end of what is measured -->\n"
-HEAD = ["| function | what is left | worst ratio | bound | on | n |", "| --- | --- | --- | --- | --- | --- |"]
+HEAD = ["| function | what is left | worst ratio | bound | on | n | from n = 100 on |",
+        "| --- | --- | --- | --- | --- | --- | --- |"]
 
 
 def rows(path):
     """(key, the whole row of the table) for each line of a file of ratios."""
     for line in path.read_text(encoding="utf-8").splitlines():
-        function, residual, ratio, kind, n, bound = line.split("\t")
+        function, residual, ratio, kind, n, bound, large = line.split("\t")
         key = f"| `{function}` | {residual} |" if " " not in function else f"| {function} | {residual} |"
-        yield key, f"{key} {float(ratio):.2g} | {float(bound):g} | {kind} | {n} |"
+        of_large = f"{float(large):.2g}" if float(large) >= 0 else ""
+        yield key, f"{key} {float(ratio):.2g} | {float(bound):g} | {kind} | {n} | {of_large} |"
 
 
 def table(paths):

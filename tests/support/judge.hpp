@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <fstream>
@@ -20,7 +21,7 @@ struct Measured {
 };
 
 /// The worst ratio of every function and residual, written to the file that WORST_RATIOS names when the program ends,
-/// one a line: function, residual, ratio, kind, n, bound.
+/// one a line: function, residual, ratio, kind, n, bound, and the worst of large matrices or -1.
 class WorstRatios {
 public:
     static WorstRatios& instance()
@@ -32,16 +33,25 @@ public:
     void record(const Measured& measured, double ratio, double bound)
     {
         const auto [found, is_first] = m_worst.try_emplace({measured.function, measured.residual});
-        if (is_first || ratio > found->second.ratio)
-            found->second = {.ratio = ratio, .kind = measured.kind, .n = measured.n, .bound = bound};
+        Worst& worst = found->second;
+        if (is_first || ratio > worst.ratio) {
+            worst.ratio = ratio;
+            worst.kind = measured.kind;
+            worst.n = measured.n;
+            worst.bound = bound;
+        }
+        if (measured.n >= large)
+            worst.of_large = std::max(worst.of_large, ratio);
     }
 
 private:
+    static constexpr std::size_t large = 100;
     struct Worst {
-        double ratio;
-        std::string kind;
-        std::size_t n;
-        double bound;
+        double ratio = 0.0;
+        std::string kind{};
+        std::size_t n = 0;
+        double bound = 0.0;
+        double of_large = -1.0;
     };
 
     WorstRatios() = default;
@@ -53,7 +63,7 @@ private:
         std::ofstream out(file);
         for (const auto& [key, worst] : m_worst)
             out << key.first << '\t' << key.second << '\t' << worst.ratio << '\t' << worst.kind << '\t' << worst.n
-                << '\t' << worst.bound << '\n';
+                << '\t' << worst.bound << '\t' << worst.of_large << '\n';
     }
 
     std::map<std::pair<std::string, std::string>, Worst> m_worst;
