@@ -153,6 +153,35 @@ TEST_P(SvdBits, GeneralisedInverseIsThePlainLoops)
     });
 }
 
+/// n by n, upper bidiagonal.
+template <class Diagonal, class Above>
+Matrix bidiagonal(std::uint32_t n, Diagonal diagonal, Above above)
+{
+    Matrix A(n, n);
+    for (std::uint32_t j = 0; j < n; ++j)
+        for (std::uint32_t i = 0; i < n; ++i)
+            A.re(i, j) = i == j ? diagonal(j) : i + 1 == j ? above(j) : 0.0;
+    return A;
+}
+
+TEST_P(SvdBits, ElementsThatAreCancelledAlongManyColumns)
+{
+    for (const std::uint32_t n : {2U, 9U, 40U})
+        for (const std::uint32_t zero : {0U, n / 2, n - 1}) {
+            const Matrix A = bidiagonal(
+                n, [&](std::uint32_t j) { return j == zero ? 0.0 : 1.0 + j; }, [](std::uint32_t j) { return 0.5 + j; });
+            EXPECT_TRUE(decomposed(native::svd_decompose, A) == decomposed(plain::svd_decompose, A)) << n;
+            EXPECT_TRUE(values(native::svd_values, A) == values(plain::svd_values, A)) << n;
+        }
+}
+
+TEST_P(SvdBits, ManyBlocksWithAFewRotationsEach)
+{
+    const Matrix A = bidiagonal(
+        301, [](std::uint32_t j) { return 1.0 + j % 7; }, [](std::uint32_t j) { return j % 2 == 1 ? 1.0 : 0.0; });
+    EXPECT_TRUE(decomposed(native::svd_decompose, A) == decomposed(plain::svd_decompose, A));
+}
+
 INSTANTIATE_TEST_SUITE_P(Levels, SvdBits, support::every_level(), support::level_name);
 
 } // namespace

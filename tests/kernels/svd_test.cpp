@@ -210,6 +210,19 @@ TEST(Svd, RunsOutOfMemoryCleanlyAndTakesNoneInsideAnIteration)
     EXPECT_GT(requests(full, rank), 2U);
 }
 
+TEST(Svd, SizesThatNoMemoryHoldsAreOutOfMemory)
+{
+    const Raised out_of_memory{.message = "out of memory", .index = -1};
+    double element = 1.0; // nobody reads it
+    for (const std::uint32_t n : {1U << 27, 1U << 31, ~0U}) {
+        aMatrix A = {.m_anr = n, .m_tag = aMatrix::tag, .m_rows = n, .m_cols = n, .m_rv = &element, .m_iv = nullptr};
+        EfiCallContext ctx;
+        EXPECT_EQ(raised_by([&] { native::svd2(&ctx, &A); }), out_of_memory) << n;
+        EXPECT_EQ(raised_by([&] { native::geninv(&ctx, &A, 0.0); }), out_of_memory) << n;
+        EXPECT_EQ(raised_by([&] { native::rank(&ctx, &A); }), out_of_memory) << n;
+    }
+}
+
 TEST(Rank, AWideMatrixHasTheRankOfItsTranspose)
 {
     for (std::uint32_t deficient = 0; deficient <= 4; ++deficient) {
