@@ -200,6 +200,8 @@ double* real_product(EfiCallContext* ctx, const aMatrix* A, const double* a, con
     double* const c = Efi::uncleared_doubles(ctx, std::uint64_t{A->m_rows} * B->m_cols + most_surplus);
     const RealFactors F{
         .A = a, .lda = A->m_anr, .B = b, .ldb = B->m_anr, .C = c, .m = A->m_rows, .n = B->m_cols, .depth = A->m_cols};
+    if (F.m == 0) // a vector of surplus rows would be more than most_surplus
+        return c;
     if (F.m <= 12 && F.depth <= smallest_depth)
         at_level(few_rows_baseline, few_rows_avx2)(F);
     else if (F.m < rows_for_tiles)
