@@ -78,7 +78,9 @@ TEST_P(QrBits, OfAllKinds)
             for (const std::uint32_t n : {31U, 32U, 33U, 64U, 66U, 97U})
                 expect_plain(kind.name, drawn(kind, m, n, random));
         expect_plain(kind.name, drawn(kind, 130, 129, random));
-        expect_plain(kind.name, drawn(kind, 170, 20, random));
+        for (const std::uint32_t m : {121U, 127U, 140U, 170U})
+            for (const std::uint32_t n : {1U, 2U, 5U, 8U, 9U, 20U, 55U})
+                expect_plain(kind.name, drawn(kind, m, n, random));
         expect_plain(kind.name, drawn(kind, 90, 205, random));
     }
 }
