@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bailuxsko/kernels/tiles.hpp"
+#include "bailuxsko/kernels/side_by_side.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -12,13 +12,14 @@ namespace native {
 
 template <class Vector>
 struct ColumnStrip {
-    static constexpr std::size_t width = tiles::width<Vector>;
+    static constexpr std::size_t width = side_by_side::lanes<Vector>;
 
     double* m_columns[width];
 
     /// Columns `first` and on, of which `end` is the first that is not there.
     ColumnStrip(double* a, std::size_t ld, std::size_t first, std::size_t end)
     {
+#pragma GCC unroll 4
         for (std::size_t c = 0; c < width; ++c)
             m_columns[c] = a + std::min(first + c, end - 1) * ld;
     }
@@ -26,26 +27,30 @@ struct ColumnStrip {
     /// The elements of row i.
     [[gnu::always_inline]] void load_row(std::size_t i, Vector& row) const
     {
+#pragma GCC unroll 4
         for (std::size_t c = 0; c < width; ++c)
             row[c] = m_columns[c][i];
     }
     [[gnu::always_inline]] void store_row(std::size_t i, const Vector& row) const
     {
+#pragma GCC unroll 4
         for (std::size_t c = 0; c < width; ++c)
             m_columns[c][i] = row[c];
     }
     /// The elements of as many rows as there are columns, from row i on.
     [[gnu::always_inline]] void load_rows(std::size_t i, Vector (&rows)[width]) const
     {
+#pragma GCC unroll 4
         for (std::size_t c = 0; c < width; ++c)
-            __builtin_memcpy(&rows[c], m_columns[c] + i, sizeof rows[c]);
+            side_by_side::load(rows[c], m_columns[c] + i);
         transpose(rows);
     }
     [[gnu::always_inline]] void store_rows(std::size_t i, Vector (&rows)[width]) const
     {
         transpose(rows);
+#pragma GCC unroll 4
         for (std::size_t c = 0; c < width; ++c)
-            __builtin_memcpy(m_columns[c] + i, &rows[c], sizeof rows[c]);
+            side_by_side::store(rows[c], m_columns[c] + i);
     }
 
 private:

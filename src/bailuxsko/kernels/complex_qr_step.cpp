@@ -6,7 +6,7 @@
 
 #include "bailuxsko/kernels/column_strip.hpp"
 #include "bailuxsko/kernels/modulus.hpp"
-#include "bailuxsko/kernels/tiles.hpp"
+#include "bailuxsko/kernels/side_by_side.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -39,7 +39,7 @@ template <class Vector>
 [[gnu::always_inline]] inline void turn_strip(const QrStep& S, const ColumnStrip<Vector>& re,
                                               const ColumnStrip<Vector>& im, std::size_t end)
 {
-    constexpr std::size_t width = tiles::width<Vector>;
+    constexpr std::size_t width = side_by_side::lanes<Vector>;
     Vector y_re;
     Vector y_im;
     std::size_t k = S.m_first;
@@ -50,6 +50,7 @@ template <class Vector>
         Vector rows_im[width];
         re.load_rows(k + 1, rows_re);
         im.load_rows(k + 1, rows_im);
+#pragma GCC unroll 4
         for (std::size_t r = 0; r < width; ++r) {
             turn_rows(S, k + r, y_re, y_im, rows_re[r], rows_im[r]);
             std::swap(y_re, rows_re[r]);
@@ -92,7 +93,7 @@ template <class Vector>
 template <class Vector>
 [[gnu::always_inline]] inline void turn_all_rows(const QrStep& S)
 {
-    constexpr std::size_t width = tiles::width<Vector>;
+    constexpr std::size_t width = side_by_side::lanes<Vector>;
     const std::size_t end = S.m_last + 1;
     for (std::size_t j = S.m_first; j < end; j += width) {
         turn_strip<Vector>(S, {S.m_re, S.m_ld, j, end}, {S.m_im, S.m_ld, j, end}, j);
@@ -178,7 +179,7 @@ template <class Vector>
 
 void qr_step_baseline(const QrStep& S)
 {
-    qr_step<tiles::Two>(S);
+    qr_step<side_by_side::Two>(S);
 }
 
 #if defined(__x86_64__)
@@ -186,7 +187,7 @@ void qr_step_baseline(const QrStep& S)
 #endif
 void qr_step_avx2(const QrStep& S)
 {
-    qr_step<tiles::Four>(S);
+    qr_step<side_by_side::Four>(S);
 }
 
 } // namespace native

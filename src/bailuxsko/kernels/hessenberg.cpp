@@ -8,7 +8,7 @@
 #include "bailuxsko/kernels/column_strip.hpp"
 #include "bailuxsko/kernels/levels.hpp"
 #include "bailuxsko/kernels/modulus.hpp"
-#include "bailuxsko/kernels/tiles.hpp"
+#include "bailuxsko/kernels/side_by_side.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -18,6 +18,7 @@ namespace native {
 namespace {
 
 constexpr std::size_t rows_at_once = 64; // their sums stay in the first cache
+constexpr std::size_t strips = 2;
 
 /// The matrix, and I - u u* / h, which acts on rows and columns m to m_end - 1.
 struct Reflection {
@@ -32,47 +33,59 @@ struct Reflection {
     double m_h;
 };
 
-/// The products of u* with the columns of a strip, from the last element to the first.
+/// The products of u* with the columns from j on, from the last element to the first. Two strips side by side: while
+/// the sums of one wait for their last term, those of the other take theirs.
 template <class Vector, bool is_complex>
 [[gnu::always_inline]] inline void products_with_columns(const Reflection& R, std::size_t j, double* f_re, double* f_im)
 {
-    constexpr std::size_t width = tiles::width<Vector>;
-    const ColumnStrip<Vector> re(R.m_re, R.m_ld, j, R.m_n);
-    const ColumnStrip<Vector> im(is_complex ? R.m_im : R.m_re, R.m_ld, j, R.m_n);
-    Vector sum_re{};
-    Vector sum_im{};
-    const auto add = [&](std::size_t i, const Vector& a_re, const Vector& a_im) {
+    constexpr std::size_t width = side_by_side::lanes<Vector>;
+    const ColumnStrip<Vector> re[strips] = {{R.m_re, R.m_ld, j, R.m_n}, {R.m_re, R.m_ld, j + width, R.m_n}};
+    double* const a_im = is_complex ? R.m_im : R.m_re; // of a real matrix nobody reads it
+    const ColumnStrip<Vector> im[strips] = {{a_im, R.m_ld, j, R.m_n}, {a_im, R.m_ld, j + width, R.m_n}};
+    Vector sum_re[strips] = {};
+    Vector sum_im[strips] = {};
+    const auto add = [&](std::size_t s, std::size_t i, const Vector& row_re, const Vector& row_im) {
         const double u_re = R.m_u_re[i];
         if constexpr (is_complex) {
             const double u_im = R.m_u_im[i];
-            sum_re = sum_re + a_re * u_re + a_im * u_im;
-            sum_im = sum_im + a_im * u_re - a_re * u_im;
+            sum_re[s] = sum_re[s] + row_re * u_re + row_im * u_im;
+            sum_im[s] = sum_im[s] + row_im * u_re - row_re * u_im;
         } else {
-            sum_re = sum_re + a_re * u_re;
+            sum_re[s] = sum_re[s] + row_re * u_re;
         }
     };
     std::size_t i = R.m_end;
     for (; i - R.m_first >= width; i -= width) {
-        Vector rows_re[width];
-        Vector rows_im[width] = {};
-        re.load_rows(i - width, rows_re);
-        if constexpr (is_complex)
-            im.load_rows(i - width, rows_im);
-        for (std::size_t r = width; r-- > 0;)
-            add(i - width + r, rows_re[r], rows_im[r]);
+#pragma GCC unroll 2
+        for (std::size_t s = 0; s < strips; ++s) {
+            Vector rows_re[width];
+            Vector rows_im[width] = {};
+            re[s].load_rows(i - width, rows_re);
+            if constexpr (is_complex)
+                im[s].load_rows(i - width, rows_im);
+#pragma GCC unroll 4
+            for (std::size_t r = width; r > 0; --r)
+                add(s, i - width + r - 1, rows_re[r - 1], rows_im[r - 1]);
+        }
     }
     while (i-- > R.m_first) {
-        Vector row_re;
-        Vector row_im{};
-        re.load_row(i, row_re);
-        if constexpr (is_complex)
-            im.load_row(i, row_im);
-        add(i, row_re, row_im);
+#pragma GCC unroll 2
+        for (std::size_t s = 0; s < strips; ++s) {
+            Vector row_re;
+            Vector row_im{};
+            re[s].load_row(i, row_re);
+            if constexpr (is_complex)
+                im[s].load_row(i, row_im);
+            add(s, i, row_re, row_im);
+        }
     }
-    sum_re /= R.m_h;
-    sum_im /= R.m_h;
-    __builtin_memcpy(f_re, &sum_re, sizeof sum_re);
-    __builtin_memcpy(f_im, &sum_im, sizeof sum_im);
+#pragma GCC unroll 2
+    for (std::size_t s = 0; s < strips; ++s) {
+        sum_re[s] /= R.m_h;
+        sum_im[s] /= R.m_h;
+        side_by_side::store(sum_re[s], f_re + s * width);
+        side_by_side::store(sum_im[s], f_im + s * width);
+    }
 }
 
 /// A column loses f times u.
@@ -98,7 +111,7 @@ template <bool is_complex>
 template <class Vector, bool is_complex>
 [[gnu::always_inline]] inline void reflect_from_left(const Reflection& R)
 {
-    constexpr std::size_t width = tiles::width<Vector>;
+    constexpr std::size_t width = strips * side_by_side::lanes<Vector>;
     for (std::size_t j = R.m_first; j < R.m_n; j += width) {
         double f_re[width];
         double f_im[width];
@@ -163,7 +176,7 @@ template <class Vector>
 
 void reflect_baseline(const Reflection& R)
 {
-    reflect<tiles::Two>(R);
+    reflect<side_by_side::Two>(R);
 }
 
 #if defined(__x86_64__)
@@ -171,7 +184,7 @@ void reflect_baseline(const Reflection& R)
 #endif
 void reflect_avx2(const Reflection& R)
 {
-    reflect<tiles::Four>(R);
+    reflect<side_by_side::Four>(R);
 }
 
 /// Column m - 1 below its subdiagonal goes, by one reflection; a column that has nothing there stays as it is.
