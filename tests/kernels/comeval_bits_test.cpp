@@ -110,9 +110,6 @@ TEST_P(ComevalBits, AreThoseOfThePlainProcedures)
     expect_same(kinds[0], draw(kinds[0], 129, 130, true, random));
 }
 
-INSTANTIATE_TEST_SUITE_P(Levels, ComevalBits, testing::Values(native::Level::baseline, native::Level::avx2),
-                         [](const auto& level) {
-                             return std::string(level.param == native::Level::baseline ? "baseline" : "avx2");
-                         });
+INSTANTIATE_TEST_SUITE_P(Levels, ComevalBits, support::every_level(), support::level_name);
 
 } // namespace

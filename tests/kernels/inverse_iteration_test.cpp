@@ -402,9 +402,6 @@ TEST_P(InverseIterationBits, AreThoseOfCroutsMethod)
         expect_same(support::kinds[0], n, true);
 }
 
-INSTANTIATE_TEST_SUITE_P(Levels, InverseIterationBits, testing::Values(native::Level::baseline, native::Level::avx2),
-                         [](const auto& level) {
-                             return std::string(level.param == native::Level::baseline ? "baseline" : "avx2");
-                         });
+INSTANTIATE_TEST_SUITE_P(Levels, InverseIterationBits, support::every_level(), support::level_name);
 
 } // namespace

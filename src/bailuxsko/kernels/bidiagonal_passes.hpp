@@ -14,6 +14,7 @@ namespace native::bidiagonal {
 using side_by_side::lanes;
 using side_by_side::load;
 using side_by_side::store;
+using side_by_side::transpose;
 
 /// Rows m_first to m_end - 1 and columns m_first to m_cols - 1, and what a step does to them: a += f * v by the
 /// reflection from the left, then a += t * e by the one from the right. A reflection that is skipped has no v, no e.
@@ -86,26 +87,6 @@ template <bool left>
     if (R.m_e != nullptr)
         for (std::size_t r = R.m_first; r < R.m_end; ++r)
             a[r] += R.m_t[r] * R.m_e[j];
-}
-
-/// As many columns as there are rows in a vector: afterwards x[r] holds row r.
-template <class Vector>
-[[gnu::always_inline]] inline void transpose(Vector (&x)[lanes<Vector>])
-{
-    if constexpr (lanes<Vector> == 2) {
-        const Vector row0 = __builtin_shufflevector(x[0], x[1], 0, 2);
-        x[1] = __builtin_shufflevector(x[0], x[1], 1, 3);
-        x[0] = row0;
-    } else {
-        const Vector even01 = __builtin_shufflevector(x[0], x[1], 0, 4, 2, 6);
-        const Vector odd01 = __builtin_shufflevector(x[0], x[1], 1, 5, 3, 7);
-        const Vector even23 = __builtin_shufflevector(x[2], x[3], 0, 4, 2, 6);
-        const Vector odd23 = __builtin_shufflevector(x[2], x[3], 1, 5, 3, 7);
-        x[0] = __builtin_shufflevector(even01, even23, 0, 1, 4, 5);
-        x[1] = __builtin_shufflevector(odd01, odd23, 0, 1, 4, 5);
-        x[2] = __builtin_shufflevector(even01, even23, 2, 3, 6, 7);
-        x[3] = __builtin_shufflevector(odd01, odd23, 2, 3, 6, 7);
-    }
 }
 
 /// Updates `groups` vectors' width of columns from j on and, if `sums` are wanted, puts the sum of each column with

@@ -43,36 +43,14 @@ struct ColumnStrip {
 #pragma GCC unroll 4
         for (std::size_t c = 0; c < width; ++c)
             side_by_side::load(rows[c], m_columns[c] + i);
-        transpose(rows);
+        side_by_side::transpose(rows);
     }
     [[gnu::always_inline]] void store_rows(std::size_t i, Vector (&rows)[width]) const
     {
-        transpose(rows);
+        side_by_side::transpose(rows);
 #pragma GCC unroll 4
         for (std::size_t c = 0; c < width; ++c)
             side_by_side::store(rows[c], m_columns[c] + i);
-    }
-
-private:
-    [[gnu::always_inline]] static void transpose(Vector (&v)[width])
-    {
-        if constexpr (width == 2) {
-            using Mask [[gnu::vector_size(16)]] = long long;
-            const Vector upper = __builtin_shuffle(v[0], v[1], Mask{0, 2});
-            v[1] = __builtin_shuffle(v[0], v[1], Mask{1, 3});
-            v[0] = upper;
-        } else {
-            static_assert(width == 4);
-            using Mask [[gnu::vector_size(32)]] = long long;
-            const Vector even01 = __builtin_shuffle(v[0], v[1], Mask{0, 4, 2, 6});
-            const Vector odd01 = __builtin_shuffle(v[0], v[1], Mask{1, 5, 3, 7});
-            const Vector even23 = __builtin_shuffle(v[2], v[3], Mask{0, 4, 2, 6});
-            const Vector odd23 = __builtin_shuffle(v[2], v[3], Mask{1, 5, 3, 7});
-            v[0] = __builtin_shuffle(even01, even23, Mask{0, 1, 4, 5});
-            v[1] = __builtin_shuffle(odd01, odd23, Mask{0, 1, 4, 5});
-            v[2] = __builtin_shuffle(even01, even23, Mask{2, 3, 6, 7});
-            v[3] = __builtin_shuffle(odd01, odd23, Mask{2, 3, 6, 7});
-        }
     }
 };
 

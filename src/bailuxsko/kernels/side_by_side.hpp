@@ -26,4 +26,25 @@ template <class Vector>
     __builtin_memcpy(to, &v, sizeof v);
 }
 
+/// As many columns as there are rows in a vector: afterwards x[r] holds row r.
+template <class Vector>
+[[gnu::always_inline]] inline void transpose(Vector (&x)[lanes<Vector>])
+{
+    if constexpr (lanes<Vector> == 2) {
+        const Vector row0 = __builtin_shufflevector(x[0], x[1], 0, 2);
+        x[1] = __builtin_shufflevector(x[0], x[1], 1, 3);
+        x[0] = row0;
+    } else {
+        static_assert(lanes<Vector> == 4);
+        const Vector even01 = __builtin_shufflevector(x[0], x[1], 0, 4, 2, 6);
+        const Vector odd01 = __builtin_shufflevector(x[0], x[1], 1, 5, 3, 7);
+        const Vector even23 = __builtin_shufflevector(x[2], x[3], 0, 4, 2, 6);
+        const Vector odd23 = __builtin_shufflevector(x[2], x[3], 1, 5, 3, 7);
+        x[0] = __builtin_shufflevector(even01, even23, 0, 1, 4, 5);
+        x[1] = __builtin_shufflevector(odd01, odd23, 0, 1, 4, 5);
+        x[2] = __builtin_shufflevector(even01, even23, 2, 3, 6, 7);
+        x[3] = __builtin_shufflevector(odd01, odd23, 2, 3, 6, 7);
+    }
+}
+
 } // namespace native::side_by_side
