@@ -16,13 +16,18 @@ HEAD = ["| function | what is left | worst ratio | bound | on | n | from n = 100
         "| --- | --- | --- | --- | --- | --- | --- |"]
 
 
+def digits(ratio):
+    """Two of them; no exponent where the number is large."""
+    return f"{ratio:.2g}" if ratio < 99.5 else f"{ratio:.0f}"
+
+
 def rows(path):
     """(key, the whole row of the table) for each line of a file of ratios."""
     for line in path.read_text(encoding="utf-8").splitlines():
         function, residual, ratio, kind, n, bound, large = line.split("\t")
         key = f"| `{function}` | {residual} |" if " " not in function else f"| {function} | {residual} |"
-        of_large = f"{float(large):.2g}" if float(large) >= 0 else ""
-        yield key, f"{key} {float(ratio):.2g} | {float(bound):g} | {kind} | {n} | {of_large} |"
+        of_large = digits(float(large)) if float(large) >= 0 else ""
+        yield key, f"{key} {digits(float(ratio))} | {float(bound):g} | {kind} | {n} | {of_large} |"
 
 
 def table(paths):

@@ -17,7 +17,8 @@ struct Kind {
     Matrix (*make)(std::uint32_t n, Random& random);
     bool singular = false;
     bool nearly_defective = false; ///< some eigenvectors nearly agree
-    bool large = false;            ///< also of the sizes above `usual_largest`
+    bool badly_scaled = false;
+    bool large = false; ///< also of the sizes above `usual_largest`
 };
 
 namespace detail {
@@ -85,9 +86,11 @@ inline const Kind real_kinds[] = {
     {.name = "Wilkinson", .make = [](std::uint32_t n, Random&) { return n == 1 ? Matrix{{1}} : wilkinson(n); }},
     {.name = "Kahan", .make = [](std::uint32_t n, Random&) { return kahan(n); }},
     {.name = "badly scaled rows",
-     .make = [](std::uint32_t n, Random& r) { return scaled(random(n, n, r), detail::down, detail::same); }},
+     .make = [](std::uint32_t n, Random& r) { return scaled(random(n, n, r), detail::down, detail::same); },
+     .badly_scaled = true},
     {.name = "badly scaled columns",
-     .make = [](std::uint32_t n, Random& r) { return scaled(random(n, n, r), detail::same, detail::down); }},
+     .make = [](std::uint32_t n, Random& r) { return scaled(random(n, n, r), detail::same, detail::down); },
+     .badly_scaled = true},
     {.name = "random, times 1e150", .make = [](std::uint32_t n, Random& r) { return scaled(random(n, n, r), 1e150); }},
     {.name = "random, times 1e-150",
      .make = [](std::uint32_t n, Random& r) { return scaled(random(n, n, r), 1e-150); }},
@@ -111,10 +114,12 @@ inline const Kind complex_kinds[] = {
      .nearly_defective = true},
     {.name = "complex, badly scaled rows",
      .make = [](std::uint32_t n,
-                Random& r) { return scaled(detail::random_complex(n, r), detail::down, detail::same); }},
+                Random& r) { return scaled(detail::random_complex(n, r), detail::down, detail::same); },
+     .badly_scaled = true},
     {.name = "complex, badly scaled columns",
      .make = [](std::uint32_t n,
-                Random& r) { return scaled(detail::random_complex(n, r), detail::same, detail::down); }},
+                Random& r) { return scaled(detail::random_complex(n, r), detail::same, detail::down); },
+     .badly_scaled = true},
     {.name = "complex, times 1e150",
      .make = [](std::uint32_t n, Random& r) { return scaled(detail::random_complex(n, r), 1e150); }},
     {.name = "complex, times 1e-150",
