@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <concepts>
 #include <cstddef>
 #include <cstdio>
@@ -10,6 +9,7 @@
 #include <fstream>
 #include <string>
 #include <thread>
+#include <time.h>
 
 /// A benchmark sets ours beside a named peer on one input: it compares the two results first, then times both in
 /// turns, so that a change of the processor's speed meets both, and prints the median round of each with the ratio.
@@ -53,20 +53,32 @@ inline void header(const char* title)
     if (std::getenv("BENCH_CONTINUED") != nullptr)
         return;
     std::printf(
-        "%s: %s, %u threads, level %s; one thread used unless the peer's name says more; medians of %zu rounds\n",
+        "%s: %s, %u threads, level %s; one thread used unless the peer's name says more; medians of %zu rounds of "
+        "processor time\n",
         title, processor().c_str(), std::thread::hardware_concurrency(), level(), rounds);
     std::printf("%-26s %9s %10s %10s %7s %7s  %s\n", "operation", "size", "ours", "peer", "ratio", "at most",
                 "peer is");
 }
 
+/// The time of this thread on the processor, which others on the machine do not lengthen; for what several threads or
+/// processes do, the time that passes.
+enum class Clock { processor, wall };
+
+inline double now(Clock clock)
+{
+    timespec time{};
+    clock_gettime(clock == Clock::wall ? CLOCK_MONOTONIC : CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
 /// Seconds that one call takes, over `calls` calls.
 template <class Operation>
-double seconds_per_call(Operation& operation, std::size_t calls)
+double seconds_per_call(Operation& operation, std::size_t calls, Clock clock = Clock::processor)
 {
-    const auto start = std::chrono::steady_clock::now();
+    const double start = now(clock);
     for (std::size_t i = 0; i < calls; ++i)
         keep(operation());
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() / static_cast<double>(calls);
+    return (now(clock) - start) / static_cast<double>(calls);
 }
 
 /// How many calls fill a round, when `time(calls)` says how long one of so many takes.
@@ -99,6 +111,7 @@ struct Case {
     std::size_t n;
     const char* peer;
     double at_most = 0.0; ///< the ratio that we hold ourselves to; 0 where none is set
+    Clock clock = Clock::processor;
 };
 
 [[noreturn]] inline void results_differ(const Case& row)
@@ -144,8 +157,8 @@ void compare(const Case& row, Ours ours, Peer peer, Agree agree)
     if (!agree(ours(), peer()))
         results_differ(row);
     time_in_turns(
-        row, [&](std::size_t calls) { return seconds_per_call(ours, calls); },
-        [&](std::size_t calls) { return seconds_per_call(peer, calls); });
+        row, [&](std::size_t calls) { return seconds_per_call(ours, calls, row.clock); },
+        [&](std::size_t calls) { return seconds_per_call(peer, calls, row.clock); });
 }
 
 } // namespace bench

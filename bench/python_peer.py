@@ -31,10 +31,10 @@ for line in sys.stdin:
         answer = "written"
     elif order == "time":
         calls = int(rest)
-        start = time.perf_counter()
+        start = time.thread_time()
         for _ in range(calls):
             eval(code, names)
-        answer = repr((time.perf_counter() - start) / calls)
+        answer = repr((time.thread_time() - start) / calls)
     else:
         answer = "no order " + order
     print(answer, flush=True)
