@@ -2,6 +2,7 @@
 // parts of the matrix brought together and those of the factors parted.
 #include "bailuxsko/intel_mkl.hpp"
 #include "bailuxsko/lapack/fortran.hpp"
+#include "bailuxsko/lapack/pivoting.hpp"
 #include "bench/compare.hpp"
 #include "bench/inputs.hpp"
 #include "efiutl/thread_count.hpp"
@@ -170,8 +171,8 @@ void qr(Problem& p)
         [&]() -> const Numbers& {
             p.copy_in();
             std::fill(p.pivots.begin(), p.pivots.end(), 0);
-            fortran::zgeqpf_(&p.n, &p.n, p.a.data(), &p.n, p.pivots.data(), p.tau.data(), p.work.data(), p.rwork.data(),
-                             &p.info);
+            lapack::zgeqpf_of_provider(&p.n, &p.n, p.a.data(), &p.n, p.pivots.data(), p.tau.data(), p.work.data(),
+                                       p.rwork.data(), &p.info);
             p.form_upper();
             form_q();
             p.form_permutation();

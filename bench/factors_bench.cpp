@@ -2,6 +2,7 @@
 // and the forming of the factors.
 #include "bailuxsko/intel_mkl.hpp"
 #include "bailuxsko/lapack/fortran.hpp"
+#include "bailuxsko/lapack/pivoting.hpp"
 #include "bench/compare.hpp"
 #include "bench/inputs.hpp"
 #include "efiutl/thread_count.hpp"
@@ -148,7 +149,8 @@ void qr(Problem& p)
         [&]() -> const Numbers& {
             p.copy_in();
             std::fill(p.pivots.begin(), p.pivots.end(), 0);
-            fortran::dgeqpf_(&p.n, &p.n, p.a.data(), &p.n, p.pivots.data(), p.tau.data(), p.work.data(), &p.info);
+            lapack::dgeqpf_of_provider(&p.n, &p.n, p.a.data(), &p.n, p.pivots.data(), p.tau.data(), p.work.data(),
+                                       &p.info);
             p.form_upper();
             form_q();
             p.form_columns_in_order();
