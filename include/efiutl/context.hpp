@@ -40,11 +40,21 @@ public:
     /// @throws "out of memory" (-1)
     void cp(const Anyval* source, Anyval** destination, bool with_data, bool shared);
 
+    /// A block that has left its arena, to be given back to the pool when its array is done with; null for none.
+    struct Adopted {
+        void* m_block = nullptr;
+        std::size_t m_bytes = 0;
+    };
+
+    /// Lets a large array of the arena outlive it, so that a result need not be copied out. Answers null, and changes
+    /// nothing, unless `array` begins a block of its own that is not much larger than its `bytes`.
+    Adopted adopt(const void* array, std::size_t bytes) noexcept;
+
 private:
     struct Block;
 
     void count_request();
-    Block* add_block(std::size_t bytes);
+    Block* add_block(std::size_t bytes, bool for_one_array);
     std::byte* take(std::size_t bytes);
     double* copy_array(const aMatrix& A, const double* source, bool with_data);
 

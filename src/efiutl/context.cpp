@@ -39,7 +39,8 @@ std::size_t whole_grains(std::size_t bytes)
 
 struct IquAllocator::Block {
     Block* m_next;
-    std::size_t m_bytes; // header included
+    std::size_t m_bytes;  // header included
+    bool m_has_one_array; // made for it, and holding nothing else
 
     std::byte* begin() noexcept { return reinterpret_cast<std::byte*>(this) + block_header_bytes; }
     std::byte* end() noexcept { return reinterpret_cast<std::byte*>(this) + m_bytes; }
@@ -72,10 +73,11 @@ void IquAllocator::count_request()
         Efi::Throw(msg::out_of_memory, -1);
 }
 
-IquAllocator::Block* IquAllocator::add_block(std::size_t bytes)
+IquAllocator::Block* IquAllocator::add_block(std::size_t bytes, bool for_one_array)
 {
     try {
-        m_blocks = new (Efi::block_pool::take(bytes)) Block{.m_next = m_blocks, .m_bytes = bytes};
+        m_blocks = new (Efi::block_pool::take(bytes))
+            Block{.m_next = m_blocks, .m_bytes = bytes, .m_has_one_array = for_one_array};
     } catch (const std::bad_alloc&) {
         Efi::Throw(msg::out_of_memory, -1);
     }
@@ -90,11 +92,11 @@ std::byte* IquAllocator::take(std::size_t bytes)
     std::byte* array = m_limit;
     if (size > static_cast<std::size_t>(m_cursor - m_limit)) {
         if (size > largest_shared_array) {
-            array = add_block(block_header_bytes + size)->begin();
+            array = add_block(block_header_bytes + size, true)->begin();
             Efi::unpoison(array, bytes);
             return array;
         }
-        Block* const block = add_block(block_bytes);
+        Block* const block = add_block(block_bytes, false);
         array = block->begin();
         m_cursor = block->end();
     }
@@ -131,10 +133,27 @@ void IquAllocator::NewBuf(std::size_t bytes)
 {
     count_request();
     const std::size_t size = whole_grains(bytes);
-    Block* const block = add_block(std::max(block_bytes, block_header_bytes + size));
+    Block* const block = add_block(std::max(block_bytes, block_header_bytes + size), false);
     m_limit = block->begin();
     m_cursor = block->end() - size;
     Efi::unpoison(m_cursor, bytes);
+}
+
+IquAllocator::Adopted IquAllocator::adopt(const void* array, std::size_t bytes) noexcept
+{
+    if (bytes <= largest_shared_array)
+        return {};
+    for (Block** link = &m_blocks; *link != nullptr; link = &(*link)->m_next) {
+        Block* const block = *link;
+        if (block->begin() != array)
+            continue;
+        if (!block->m_has_one_array || block->m_bytes / 4 * 3 > bytes)
+            return {};
+        *link = block->m_next;
+        --thread_state.m_blocks;
+        return {.m_block = block, .m_bytes = block->m_bytes};
+    }
+    return {};
 }
 
 double* IquAllocator::copy_array(const aMatrix& A, const double* source, bool with_data)

@@ -1,6 +1,7 @@
 #include "bailuxhost/marshal.hpp"
 
 #include "bailuxhost/matval.hpp"
+#include "efiutl/block_pool.hpp"
 
 #include <algorithm>
 #include <cstring>
@@ -8,6 +9,13 @@
 namespace Efi {
 
 namespace {
+
+/// Gives the block of an adopted array back to the pool.
+struct GiveBack {
+    IquAllocator::Adopted m_adopted;
+
+    void operator()(const double*) const noexcept { block_pool::give(m_adopted.m_block, m_adopted.m_bytes); }
+};
 
 Qud::SharedNumbers copied_out(const double* source, const aMatrix& record)
 {
@@ -25,12 +33,22 @@ Qud::SharedNumbers copied_out(const double* source, const aMatrix& record)
     return numbers;
 }
 
+/// The numbers of a result: a large array that has an arena's block to itself is taken over, any other one copied.
+Qud::SharedNumbers taken_out(IquAllocator* arena, const double* source, const aMatrix& record)
+{
+    const std::size_t bytes = Qud::element_count(record.m_rows, record.m_cols) * sizeof(double);
+    if (arena != nullptr && record.m_anr == record.m_rows)
+        if (const IquAllocator::Adopted adopted = arena->adopt(source, bytes); adopted.m_block != nullptr)
+            return {source, GiveBack{adopted}};
+    return copied_out(source, record);
+}
+
 } // namespace
 
-Qud::Handle EfiMarshal::UnMarshal(IquAllocator*, const aMatrix* result, const Qud::Dim& unit)
+Qud::Handle EfiMarshal::UnMarshal(IquAllocator* arena, const aMatrix* result, const Qud::Dim& unit)
 {
-    Qud::SharedNumbers real = copied_out(result->m_rv, *result);
-    Qud::SharedNumbers imaginary = result->m_iv ? copied_out(result->m_iv, *result) : nullptr;
+    Qud::SharedNumbers real = taken_out(arena, result->m_rv, *result);
+    Qud::SharedNumbers imaginary = result->m_iv ? taken_out(arena, result->m_iv, *result) : nullptr;
     return Qud::MatVal::make(result->m_rows, result->m_cols, std::move(real), std::move(imaginary), unit);
 }
 
