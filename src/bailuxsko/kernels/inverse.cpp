@@ -10,6 +10,7 @@
 #include "bailuxsko/kernels/lu_steps.hpp"
 #include "bailuxsko/kernels/product.hpp"
 #include "bailuxsko/kernels/tiles.hpp"
+#include "bailuxsko/kernels/triangular_rows.hpp"
 #include "bailuxsko/kernels/unit_vectors.hpp"
 #include "efiutl/columns.hpp"
 #include "efiutl/messages.hpp"
@@ -32,14 +33,20 @@ struct Systems {
 };
 
 /// The rows that are solved before what they leave of the others is taken off.
-constexpr std::size_t panel_rows = 64;
+constexpr std::size_t panel_rows = triangular::most_rows;
+/// The rows, a multiple of the panel's, whose share of all others is taken off at once.
+constexpr std::size_t block_rows = 128;
 
-/// Rows first to end - 1 of L * Y = P, in the columns whose 1 stands above `end`.
+/// Rows first to end - 1 of L * Y = P, in the columns whose 1 stands above `end`. Where it stands within the panel, the
+/// substitution begins there.
+template <class Vector>
 [[gnu::always_inline]] inline void solve_lower_panel(const Systems& S, std::size_t first, std::size_t end)
 {
-    for (std::size_t p = 0; p < end; ++p) {
+    triangular::solve_rows<triangular::Triangle::unit_lower, Vector>(
+        S.factor(first) + first, S.n, end - first, first, [&](std::size_t p) { return S.right_hand_side[p] + first; });
+    for (std::size_t p = first; p < end; ++p) {
         double* const __restrict y = S.right_hand_side[p];
-        for (std::size_t k = std::max(first, p); k < end; ++k) {
+        for (std::size_t k = p; k < end; ++k) {
             const double* const l = S.factor(k);
             const double solved = y[k];
             for (std::size_t i = k + 1; i < end; ++i)
@@ -49,39 +56,48 @@ constexpr std::size_t panel_rows = 64;
 }
 
 /// Rows first to end - 1 of U * X = Y, in all columns.
+template <class Vector>
 [[gnu::always_inline]] inline void solve_upper_panel(const Systems& S, std::size_t first, std::size_t end)
 {
-    for (std::size_t p = 0; p < S.n; ++p) {
-        double* const __restrict x = S.right_hand_side[p];
-        for (std::size_t k = end; k-- > first;) {
-            const double* const u = S.factor(k);
-            const double solved = x[k] / u[k];
-            x[k] = solved;
-            for (std::size_t i = first; i < k; ++i)
-                x[i] -= u[i] * solved;
-        }
-    }
+    triangular::solve_rows<triangular::Triangle::upper, Vector>(
+        S.factor(first) + first, S.n, end - first, S.n, [&](std::size_t p) { return S.right_hand_side[p] + first; });
+}
+
+/// What solved rows leave of others: rows first to end - 1 lose factor columns k_first to k_end - 1 times the
+/// components in these rows, in the sides whose 1 stands above `sides`.
+template <tiles::Update update, class Vector>
+[[gnu::always_inline]] inline void subtract_solved(const Systems& S, std::size_t k_first, std::size_t k_end,
+                                                   std::size_t first, std::size_t end, std::size_t sides)
+{
+    tiles::rows_of_product<update, Vector>(
+        S.factor(k_first), S.n, first, end, sides, k_end - k_first,
+        [&](std::size_t p) { return S.right_hand_side[p] + k_first; },
+        [&](std::size_t p) { return S.right_hand_side[p]; }, S.packed);
 }
 
 template <class Vector>
 [[gnu::always_inline]] inline void solve(const Systems& S)
 {
     using tiles::Update;
-    const auto column = [&](std::size_t p) { return S.right_hand_side[p]; };
-    for (std::size_t first = 0; first < S.n; first += panel_rows) {
-        const std::size_t end = std::min(first + panel_rows, S.n);
-        solve_lower_panel(S, first, end);
-        const auto panel = [&](std::size_t p) { return S.right_hand_side[p] + first; };
-        tiles::rows_of_product<Update::subtract, Vector>(S.factor(first), S.n, end, S.n, end, end - first, panel,
-                                                         column, S.packed);
+    for (std::size_t block = 0; block < S.n; block += block_rows) {
+        const std::size_t block_end = std::min(block + block_rows, S.n);
+        for (std::size_t first = block; first < block_end; first += panel_rows) {
+            const std::size_t end = std::min(first + panel_rows, block_end);
+            solve_lower_panel<Vector>(S, first, end);
+            subtract_solved<Update::subtract, Vector>(S, first, end, end, block_end, end);
+        }
+        subtract_solved<Update::subtract, Vector>(S, block, block_end, block_end, S.n, block_end);
     }
-    for (std::size_t end = S.n; end > 0;) {
-        const std::size_t first = (end - 1) / panel_rows * panel_rows;
-        solve_upper_panel(S, first, end);
-        const auto panel = [&](std::size_t p) { return S.right_hand_side[p] + first; };
-        tiles::rows_of_product<Update::subtract_descending, Vector>(S.factor(first), S.n, 0, first, S.n, end - first,
-                                                                    panel, column, S.packed);
-        end = first;
+    for (std::size_t block_end = S.n; block_end > 0;) {
+        const std::size_t block = (block_end - 1) / block_rows * block_rows;
+        for (std::size_t end = block_end; end > block;) {
+            const std::size_t first = (end - 1) / panel_rows * panel_rows;
+            solve_upper_panel<Vector>(S, first, end);
+            subtract_solved<Update::subtract_descending, Vector>(S, first, end, block, first, S.n);
+            end = first;
+        }
+        subtract_solved<Update::subtract_descending, Vector>(S, block, block_end, 0, block, S.n);
+        block_end = block;
     }
 }
 
@@ -127,7 +143,7 @@ void real_inverse(EfiCallContext* ctx, aMatrix* A, aMatrix** result, bool strict
              solve_avx512)({.LU = copy->m_matrix.m_rv,
                             .n = n,
                             .right_hand_side = right_hand_side,
-                            .packed = Efi::uncleared_doubles(ctx, tiles::workspace(n, panel_rows))});
+                            .packed = Efi::uncleared_doubles(ctx, tiles::workspace(n, block_rows))});
 }
 
 aMatrix* inv2(EfiCallContext* ctx, aMatrix* A, bool strict)

@@ -2,14 +2,13 @@
 #include "bailuxsko/kernels/lu_elimination.hpp"
 #include "bailuxsko/kernels/lu_recursion.hpp"
 #include "bailuxsko/kernels/tiles.hpp"
+#include "bailuxsko/kernels/triangular_rows.hpp"
 
 #include <algorithm>
 #include <cstddef>
 
 namespace native {
 namespace {
-
-constexpr std::size_t columns_side_by_side = 16;
 
 template <class Vector>
 [[gnu::always_inline]] inline void subtract_steps(const Elimination& E, Range steps, Range rows, Range columns,
@@ -21,40 +20,12 @@ template <class Vector>
         [&](std::size_t j) { return E.column(columns.m_from + j); }, packed);
 }
 
-/// Many columns side by side, so that a row of them is a few vectors. Beyond the edge the last column is repeated.
 template <class Vector>
 [[gnu::always_inline]] inline void solve_rows(const Elimination& E, Range steps, Range columns)
 {
-    constexpr std::size_t w = tiles::width<Vector>;
-    constexpr std::size_t vectors = columns_side_by_side / w;
-    const std::size_t count = steps.size();
-    double L[rows_at_a_leaf][rows_at_a_leaf];
-    for (std::size_t k = 0; k < count; ++k)
-        for (std::size_t i = k + 1; i < count; ++i)
-            L[i][k] = E.column(steps.m_from + k)[steps.m_from + i];
-    for (std::size_t first = columns.m_from; first < columns.m_to; first += columns_side_by_side) {
-        const std::size_t real = std::min(columns_side_by_side, columns.m_to - first);
-        double* from[columns_side_by_side];
-        for (std::size_t j = 0; j < columns_side_by_side; ++j)
-            from[j] = E.column(first + std::min(j, real - 1)) + steps.m_from;
-        Vector rows[rows_at_a_leaf][vectors];
-        for (std::size_t i = 0; i < count; ++i)
-            for (std::size_t j = 0; j < columns_side_by_side; ++j)
-                rows[i][j / w][j % w] = from[j][i];
-        for (std::size_t i = 1; i < count; ++i) {
-            Vector row[vectors];
-            for (std::size_t v = 0; v < vectors; ++v)
-                row[v] = rows[i][v];
-            for (std::size_t k = 0; k < i; ++k)
-                for (std::size_t v = 0; v < vectors; ++v)
-                    row[v] -= rows[k][v] * L[i][k];
-            for (std::size_t v = 0; v < vectors; ++v)
-                rows[i][v] = row[v];
-        }
-        for (std::size_t j = 0; j < real; ++j)
-            for (std::size_t i = 1; i < count; ++i)
-                from[j][i] = rows[i][j / w][j % w];
-    }
+    triangular::solve_rows<triangular::Triangle::unit_lower, Vector>(
+        E.column(steps.m_from) + steps.m_from, E.m_ld, steps.size(), columns.size(),
+        [&](std::size_t j) { return E.column(columns.m_from + j) + steps.m_from; });
 }
 
 void exchange(const Elimination& E, Range steps, Range columns)
