@@ -14,7 +14,8 @@ namespace Efi::Affine {
 /// @throws  "bad_fif_string" (1), "must be real" (1, 2, 3)
 BAILUXSKO_API Qud::Handle FIF(const Qud::Handle& feet_or_text, const Qud::Handle& inches, const Qud::Handle& fraction);
 
-/// Metres as feet, inches and a fraction with a denominator of at most 256. The unit of x is not looked at.
+/// Metres as feet, inches and a fraction with a denominator of at most 256; "inf" where no double holds the inches. The
+/// unit of x is not looked at.
 /// @throws  "must be real" (1)
 BAILUXSKO_API Qud::Handle FIF_inverse(const Qud::Handle& x);
 
@@ -26,7 +27,8 @@ BAILUXSKO_API Qud::Handle FIF_inverse(const Qud::Handle& x);
 BAILUXSKO_API Qud::Handle DMS(const Qud::Handle& degrees_or_vector, const Qud::Handle& minutes,
                               const Qud::Handle& seconds);
 
-/// Radians as degrees, minutes and seconds, less than a full turn and all with the sign of x.
+/// Radians as degrees, minutes and seconds, less than a full turn and all with the sign of x. Seconds are not rounded:
+/// an angle a rounding below a full minute has almost 60 of them.
 /// @return  a column of three numbers without unit; the text "NaN" for a NaN
 /// @throws  "must be real" (1)
 BAILUXSKO_API Qud::Handle DMS_inverse(const Qud::Handle& x);
@@ -37,7 +39,8 @@ BAILUXSKO_API Qud::Handle DMS_inverse(const Qud::Handle& x);
 /// @throws  "bad_hhmmss_string" (1), "must be real" (1, 2, 3)
 BAILUXSKO_API Qud::Handle HMS(const Qud::Handle& hours_or_text, const Qud::Handle& minutes, const Qud::Handle& seconds);
 
-/// Seconds as hours, minutes and seconds, rounded to the millisecond. The unit of x is not looked at.
+/// Seconds as hours, minutes and seconds, rounded to the millisecond; 59.9996 are 60, which do not carry. The unit of x
+/// is not looked at.
 /// @throws  "must be real" (1)
 BAILUXSKO_API Qud::Handle HMS_inverse(const Qud::Handle& x);
 

@@ -31,6 +31,12 @@ DMS_inverse(3 * pi)
 DMS_inverse(-450 deg)
 #~ 1e-12 [-90; 0; 0]
 
+# Nothing is rounded to whole seconds: an angle that lies a rounding below a full minute shows sixty of them.
+floor(DMS_inverse(30.5 deg))
+#= [30; 29; 59]
+DMS_inverse(30.5 deg)
+#~ 1e-10 [30; 29; 60]
+
 # And back.
 DMS(DMS_inverse(1.25))
 #~ 1e-14 1.25

@@ -62,6 +62,11 @@ FIF_inverse(inf * m)
 #= "inf"
 FIF_inverse(-inf * m)
 #= "-inf"
+# So is a length whose inches no double holds.
+FIF_inverse(1e307)
+#= "inf"
+FIF_inverse(-1e308)
+#= "-inf"
 
 # Metres are meant; what unit stands there is not looked at.
 FIF_inverse(1.6129)

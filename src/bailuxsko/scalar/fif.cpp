@@ -104,8 +104,8 @@ Qud::Handle FIF_inverse(const Qud::Handle& x)
 {
     return in_host_call([&] {
         const double metres = as_real(x);
-        if (!std::isfinite(metres))
-            return text_of_not_finite(metres);
+        if (const double inches = metres * inches_per_metre; !std::isfinite(inches))
+            return text_of_not_finite(inches); // also where the metres are finite and their inches are not
         const FeetAndInches split = feet_and_inches(std::fabs(metres));
         std::string text = fmt::format("{}{:.0f}'", metres < 0.0 ? "-" : "", split.feet);
         if (split.numerator == 0)
