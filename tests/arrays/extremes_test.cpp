@@ -23,6 +23,7 @@ using support::host_raised_by;
 using support::matrix;
 using support::number;
 using support::Raised;
+using support::text;
 using Values = std::vector<Handle>;
 
 const Dim none;
@@ -30,11 +31,6 @@ const Dim m{Dim::Base::length};
 const Dim s{Dim::Base::time};
 constexpr double inf = std::numeric_limits<double>::infinity();
 const double nan = std::nan("");
-
-Handle text(const char* characters)
-{
-    return Qud::StrVal::make(characters);
-}
 
 Handle row_of(const Values& elements)
 {

@@ -23,15 +23,11 @@ using support::host_raised_by;
 using support::matrix;
 using support::number;
 using support::Raised;
+using support::text;
 
 const MatVal& as_matrix(const Handle& value)
 {
     return *Qud::matrix_of(value);
-}
-
-Handle text(const char* characters)
-{
-    return Qud::StrVal::make(characters);
 }
 
 std::string text_at(const Handle& value, std::size_t i, std::size_t j)

@@ -24,11 +24,7 @@ using support::host_raised_by;
 using support::matrix;
 using support::number;
 using support::Raised;
-
-Handle text(std::string characters)
-{
-    return Qud::StrVal::make(std::move(characters));
-}
+using support::text;
 
 Handle function_of_two(Qud::FunVal::Operation operation)
 {

@@ -26,14 +26,10 @@ using support::number;
 using support::Place;
 using support::Raised;
 using support::raised_by;
+using support::text;
 
 constexpr IndexRange all_of_4{.first = 0, .end = 4};
 constexpr Efi::ArgumentIndices arguments{.target = 11, .matrix = 12, .modifier = 13};
-
-Handle text(const char* characters)
-{
-    return Qud::StrVal::make(characters);
-}
 
 // 1 2 1 2
 // 2 1 2 1

@@ -22,15 +22,11 @@ using Qud::Handle;
 using support::host_raised_by;
 using support::number;
 using support::Raised;
+using support::text;
 
 const Dim metre = Dim::Parse("V{Length 60000}");
 constexpr double inf = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-
-Handle text(std::string characters)
-{
-    return Qud::StrVal::make(std::move(characters));
-}
 
 Handle function(std::size_t count, Qud::FunVal::Operation operation)
 {

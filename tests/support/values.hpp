@@ -7,6 +7,8 @@
 #include <bit>
 #include <cstdint>
 #include <initializer_list>
+#include <string>
+#include <utility>
 #include <vector>
 
 /// Host values for tests, and what there is to see of them.
@@ -53,6 +55,11 @@ inline Qud::Handle value_of(Matrix A)
 inline Qud::Handle number(double re, double im = 0.0, const Qud::Dim& unit = Qud::Dim::identity)
 {
     return Qud::NumVal::make(re, im, unit);
+}
+
+inline Qud::Handle text(std::string characters)
+{
+    return Qud::StrVal::make(std::move(characters));
 }
 
 /// The bits of every element column by column, real parts first, then imaginary ones where there is an array.
