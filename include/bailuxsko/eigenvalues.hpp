@@ -6,8 +6,8 @@
 /// Eigenvalues and eigenvectors by LAPACK. A matrix that is symmetric or Hermitian to the last bit takes the routine
 /// for such matrices, any other the general one; complex is a matrix that carries an imaginary array.
 ///
-/// Eigenvalues are ordered by their real parts, largest first; equal ones stand as the index heap sort leaves them, a
-/// conjugate pair as LAPACK delivers it. Column i of the eigenvectors belongs to eigenvalue i; their scale, sign and
+/// Eigenvalues are ordered by their real parts, largest first; equal ones stand as the index heap sort leaves them,
+/// which may turn a conjugate pair round. Column i of the eigenvectors belongs to eigenvalue i; their scale, sign and
 /// phase are LAPACK's: orthonormal columns of symmetric and Hermitian matrices, columns of length 1 with a real
 /// largest component of general ones, of a pair of matrices columns whose largest |re| + |im| is 1.
 /// @see Golub and Van Loan, Matrix Computations, chapters 7 and 8

@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <numeric>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -18,6 +21,7 @@ namespace IntelMKL = Efi::IntelMKL;
 using lapack::Routines;
 using matrices::Complex;
 using matrices::Dense;
+using matrices::random_hermitian;
 using Qud::Handle;
 using Qud::matrix_of;
 using support::host_raised_by;
@@ -25,16 +29,6 @@ using support::Raised;
 
 const Handle left = Qud::StrVal::make("L");
 const Handle right = Qud::StrVal::make("R");
-
-Handle random_hermitian(std::uint32_t n, unsigned seed)
-{
-    const Handle any = matrices::random_complex(n, n, seed);
-    const Qud::MatVal& M = *matrix_of(any);
-    return matrices::generate(n, n, [&](auto i, auto j) {
-        const Complex z(M.real(std::min(i, j), std::max(i, j)), M.imag(std::min(i, j), std::max(i, j)));
-        return i == j ? Complex(z.real(), 0.0) : i < j ? z : std::conj(z);
-    });
-}
 
 /// What the routines were called with: job letters, n, lwork.
 struct Seen {
@@ -208,6 +202,30 @@ TEST(EigenDrivers, RealAndComplexResults)
         EXPECT_TRUE(matrix_of(IntelMKL::genvals(M, S))->HasImag());
         EXPECT_TRUE(matrix_of(IntelMKL::genvecs(M, S, nullptr))->HasImag());
     }
+}
+
+/// Finds 7 and an infinite pair of which the numerators are +-5i, and the vectors 1 ... 9.
+void dggev_with_an_infinite_pair(const char*, const char*, const int* n, double*, const int*, double*, const int*,
+                                 double* alphar, double* alphai, double* beta, double*, const int*, double* vr,
+                                 const int*, double*, const int*, int* info, std::size_t, std::size_t)
+{
+    ASSERT_EQ(*n, 3);
+    std::copy_n(std::array{0.0, 0.0, 7.0}.data(), 3, alphar);
+    std::copy_n(std::array{5.0, -5.0, 0.0}.data(), 3, alphai);
+    std::copy_n(std::array{0.0, 0.0, 1.0}.data(), 3, beta);
+    if (vr)
+        std::iota(vr, vr + 9, 1.0);
+    *info = 0;
+}
+
+TEST(EigenDrivers, TheAdjustedImaginaryPartsDecideWhichVectorsArePairs)
+{
+    const Replaced<&Routines::dggev> infinite_pair(dggev_with_an_infinite_pair);
+    const Handle A = matrices::random_real(3, 3, 1);
+    // Without a real part the imaginary one becomes 0, and no column is half of a pair. The heap leaves 2, 0, 1.
+    EXPECT_EQ(matrices::stored(IntelMKL::genvals(A, A)), (std::vector<double>{7, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(matrices::stored(IntelMKL::genvecs(A, A, nullptr)),
+              (std::vector<double>{7, 8, 9, 1, 2, 3, 4, 5, 6, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
 }
 
 TEST(EigenDrivers, AViewGivesWhatTheWholeMatrixGives)

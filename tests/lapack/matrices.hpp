@@ -101,6 +101,17 @@ inline Qud::Handle random_symmetric(std::uint32_t n, unsigned seed)
     return generate(n, n, [&](auto i, auto j) { return M.real(std::min(i, j), std::max(i, j)); });
 }
 
+/// Exactly Hermitian.
+inline Qud::Handle random_hermitian(std::uint32_t n, unsigned seed)
+{
+    const Qud::Handle any = random_complex(n, n, seed);
+    const Qud::MatVal& M = *Qud::matrix_of(any);
+    return generate(n, n, [&](auto i, auto j) {
+        const Complex z(M.real(std::min(i, j), std::max(i, j)), M.imag(std::min(i, j), std::max(i, j)));
+        return i == j ? Complex(z.real(), 0.0) : i < j ? z : std::conj(z);
+    });
+}
+
 /// A matrix as the tests compute with it.
 class Dense {
 public:

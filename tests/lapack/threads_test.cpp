@@ -1,3 +1,4 @@
+#include "bailuxsko/eigenvalues.hpp"
 #include "bailuxsko/intel_mkl.hpp"
 #include "bailuxsko/lapack/determinant.hpp"
 #include "bailuxsko/lapack/inverse.hpp"
@@ -136,12 +137,22 @@ TEST(LapackThreads, SharedValuesGiveWhatOneThreadGets)
     const Handle Z = matrices::random_complex(60, 60, 1);
     const Handle B = matrices::random_real(60, 2, 2);
     const Handle tall = matrices::random_real(60, 20, 3);
+    // Small ones: the provider's own threads wait for each other often in these.
+    const Handle S = matrices::random_symmetric(20, 4);
+    const Handle H = matrices::random_hermitian(20, 5);
+    const Handle R = matrices::random_real(20, 20, 6);
+    const Handle C = matrices::random_complex(20, 20, 7);
+    const Handle left = Qud::StrVal::make("L");
     const auto results = [&] {
         EfiCallContext context;
         return std::vector<Handle>{
             Efi::IntelMKL::lsolve(A, B),           Efi::IntelMKL::lsolve(Z, B),
             Efi::IntelMKL::lsolve(tall, B),        lapack::dinv(&context, *matrix_of(A)),
             lapack::zinv(&context, *matrix_of(Z)), lapack::_gemm(&context, *matrix_of(A), *matrix_of(B)),
+            Efi::IntelMKL::eigenvals(S),           Efi::IntelMKL::eigenvals(H),
+            Efi::IntelMKL::eigenvals(R),           Efi::IntelMKL::eigenvals(C),
+            Efi::IntelMKL::eigenvecs(S, nullptr),  Efi::IntelMKL::eigenvecs(C, left),
+            Efi::IntelMKL::genvals(R, S),          Efi::IntelMKL::genvecs(C, R, nullptr),
         };
     };
     const std::vector<Handle> alone = results();

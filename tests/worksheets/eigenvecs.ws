@@ -22,6 +22,15 @@ complex(R * W - W * diag(eigenvals(R)))
 norm_f(submatrix(W, 0, 1, 0, 0))
 #~ 1e-14 1
 
+# Where the sort turns a pair of eigenvalues, the columns follow.
+T := [0, 1, 1; 0, 1, -2; 0, 2, 1]
+Im(eigenvals(T))
+#~ 1e-14 [-2; 2; 0]
+complex(T * eigenvecs(T) - eigenvecs(T) * diag(eigenvals(T)))
+#~ 1e-13 complex(0 * T)
+complex(conj(eigenvecs(T, "L")') * T - diag(eigenvals(T)) * conj(eigenvecs(T, "L")'))
+#~ 1e-13 complex(0 * T)
+
 # Left eigenvectors: the conjugate transpose of one times M is the eigenvalue times it.
 M := [1, 2; 3, 4]
 L := eigenvecs(M, "L")

@@ -19,6 +19,11 @@ W := genvecs([0, -1; 1, 0], identity(2))
 complex(submatrix(W, 0, 1, 0, 0) - conj(submatrix(W, 0, 1, 1, 1)))
 #~ 1e-14 complex([0; 0])
 
+# Where the sort turns a pair of eigenvalues, the columns follow.
+T := [0, 1, 1; 0, 1, -2; 0, 2, 1]
+complex(T * genvecs(T, identity(3)) - genvecs(T, identity(3)) * diag(genvals(T, identity(3))))
+#~ 1e-13 complex(0 * T)
+
 # A complex A takes the complex routine.
 Z := [1 + 1i, 2; 3, 4 - 1i]
 complex(Z * genvecs(Z, B) - B * genvecs(Z, B) * diag(genvals(Z, B)))

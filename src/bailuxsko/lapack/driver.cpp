@@ -36,4 +36,10 @@ void refuse_empty(const Qud::MatVal& M)
         Evl::Run::AppException::Raise(msg::invalid_dimension, -1);
 }
 
+void require_converged(int info)
+{
+    if (info != 0)
+        Evl::Run::AppException::Raise(msg::not_converging, -1);
+}
+
 } // namespace lapack

@@ -1,12 +1,10 @@
 // Eigenvalues and eigenvectors of general square matrices.
-#include "bailuxhost/error.hpp"
 #include "bailuxsko/lapack/copies.hpp"
 #include "bailuxsko/lapack/driver.hpp"
 #include "bailuxsko/lapack/eigen_results.hpp"
 #include "bailuxsko/lapack/eigenvalues.hpp"
 #include "bailuxsko/lapack/finite.hpp"
 #include "bailuxsko/lapack/routines.hpp"
-#include "efiutl/messages.hpp"
 
 namespace lapack {
 
@@ -14,12 +12,6 @@ namespace {
 
 constexpr unsigned work_columns = 16;
 constexpr unsigned rwork_columns = 2;
-
-void check(int info)
-{
-    if (info != 0)
-        Evl::Run::AppException::Raise(msg::not_converging, -1);
-}
 
 } // namespace
 
@@ -47,7 +39,7 @@ Qud::Handle dgeev(EfiCallContext*, const Qud::MatVal& A, std::string_view mode)
     int info = 0;
     routines().dgeev(&sides.left, &sides.right, &order, a, &order, wr.get(), wi.get(), sides.left == 'V' ? V : nullptr,
                      &ldvl, sides.right == 'V' ? V : nullptr, &ldvr, work.get(), &lwork, &info, 1, 1);
-    check(info);
+    require_converged(info);
     if (!sides.wanted())
         return ordered_values(n, wr, wi);
     const Qud::Handle unpacked = unpacked_pairs(n, V, wi.get());
@@ -79,7 +71,7 @@ Qud::Handle zgeev(EfiCallContext*, const Qud::MatVal& A, std::string_view mode)
     int info = 0;
     routines().zgeev(&sides.left, &sides.right, &order, a, &order, w, sides.left == 'V' ? V : nullptr, &ldvl,
                      sides.right == 'V' ? V : nullptr, &ldvr, work.get(), &lwork, rwork.get(), &info, 1, 1);
-    check(info);
+    require_converged(info);
     return ordered_complex(n, w, V);
 }
 

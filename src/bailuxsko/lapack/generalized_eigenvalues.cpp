@@ -1,12 +1,10 @@
 // Eigenvalues and eigenvectors of a pair of square matrices: A x = lambda B x.
-#include "bailuxhost/error.hpp"
 #include "bailuxsko/lapack/copies.hpp"
 #include "bailuxsko/lapack/driver.hpp"
 #include "bailuxsko/lapack/eigen_results.hpp"
 #include "bailuxsko/lapack/eigenvalues.hpp"
 #include "bailuxsko/lapack/finite.hpp"
 #include "bailuxsko/lapack/routines.hpp"
-#include "efiutl/messages.hpp"
 
 namespace lapack {
 
@@ -14,12 +12,6 @@ namespace {
 
 constexpr unsigned work_columns = 16;
 constexpr unsigned rwork_columns = 8;
-
-void check(int info)
-{
-    if (info != 0)
-        Evl::Run::AppException::Raise(msg::not_converging, -1);
-}
 
 } // namespace
 
@@ -54,7 +46,7 @@ Qud::Handle dggev(EfiCallContext*, const Qud::MatVal& A, const Qud::MatVal& B, s
     routines().dggev(&sides.left, &sides.right, &order, a, &order, b, &order, alphar.get(), alphai.get(), beta,
                      sides.left == 'V' ? V : nullptr, &ldvl, sides.right == 'V' ? V : nullptr, &ldvr, work.get(),
                      &lwork, &info, 1, 1);
-    check(info);
+    require_converged(info);
     divide_by_beta({alphar.get(), n}, {alphai.get(), n}, {beta, n});
     if (!sides.wanted())
         return ordered_values(n, alphar, alphai);
@@ -93,7 +85,7 @@ Qud::Handle zggev(EfiCallContext*, const Qud::MatVal& A, const Qud::MatVal& B, s
     routines().zggev(&sides.left, &sides.right, &order, a, &order, b, &order, alpha, beta,
                      sides.left == 'V' ? V : nullptr, &ldvl, sides.right == 'V' ? V : nullptr, &ldvr, work.get(),
                      &lwork, rwork.get(), &info, 1, 1);
-    check(info);
+    require_converged(info);
     for (std::uint32_t i = 0; i < n; ++i)
         alpha[i] = quotient(alpha[i], beta[i]);
     return ordered_complex(n, alpha, V);

@@ -1,9 +1,7 @@
-#include "bailuxhost/error.hpp"
 #include "bailuxsko/lapack/copies.hpp"
 #include "bailuxsko/lapack/driver.hpp"
 #include "bailuxsko/lapack/routines.hpp"
 #include "bailuxsko/lapack/solve.hpp"
-#include "efiutl/messages.hpp"
 
 #include <algorithm>
 
@@ -35,12 +33,6 @@ struct Sizes {
     std::uint64_t solution_count;
 };
 
-void check(int info)
-{
-    if (info != 0)
-        Evl::Run::AppException::Raise(msg::not_converging, -1);
-}
-
 /// B above the rows that only the solution has.
 void pack_right_hand_side(const Qud::MatVal& B, double* x, std::size_t ldb)
 {
@@ -69,7 +61,7 @@ Qud::Handle dgelss(EfiCallContext*, const Qud::MatVal& A, const Qud::MatVal& B)
     int info = 0;
     routines().dgelsy(&size.m, &size.n, &size.nrhs, a, &size.m, x.get(), &size.ldb, jpvt.get(), &rcond, &rank,
                       work.get(), &size.lwork, &info);
-    check(info);
+    require_converged(info);
     return Qud::MatVal::make({.rows = A.Cols(),
                               .cols = B.Cols(),
                               .anr = static_cast<std::uint32_t>(size.ldb),
@@ -99,7 +91,7 @@ Qud::Handle zgelss(EfiCallContext*, const Qud::MatVal& A, const Qud::MatVal& B)
     int info = 0;
     routines().zgelsy(&size.m, &size.n, &size.nrhs, a, &size.m, x, &size.ldb, jpvt.get(), &rcond, &rank, work.get(),
                       &size.lwork, rwork.get(), &info);
-    check(info);
+    require_converged(info);
     return complex_matrix(x, A.Cols(), B.Cols(), ldb);
 }
 

@@ -1,6 +1,5 @@
 #include "bailuxsko/lapack/qr.hpp"
 
-#include "bailuxhost/error.hpp"
 #include "bailuxsko/lapack/arena_array.hpp"
 #include "bailuxsko/lapack/buffers.hpp"
 #include "bailuxsko/lapack/copies.hpp"
@@ -37,12 +36,6 @@ struct Sizes {
     std::uint64_t a_count; ///< room for M and for the square Q in its place
 };
 
-void check(int info)
-{
-    if (info != 0)
-        Evl::Run::AppException::Raise(msg::not_converging, -1);
-}
-
 /// With pivoting an error is a native one.
 void check_native(int info)
 {
@@ -67,10 +60,10 @@ Qud::Handle dqr(EfiCallContext* ctx, const Qud::MatVal& M)
 
     int info = 0;
     routines().dgeqrf(&size.m, &size.n, a.get(), &size.m, tau.get(), work.get(), &size.lwork, &info);
-    check(info);
+    require_converged(info);
     const Qud::Handle R = upper_trapezoid(a.get(), M.Rows(), M.Rows(), M.Cols());
     routines().dorgqr(&size.m, &size.m, &size.k, a.get(), &size.m, tau.get(), work.get(), &size.lwork, &info);
-    check(info);
+    require_converged(info);
     return nested_column({whole_square(a.get(), M.Rows()), R});
 }
 
@@ -84,10 +77,10 @@ Qud::Handle zqr(EfiCallContext* ctx, const Qud::MatVal& M)
 
     int info = 0;
     routines().zgeqrf(&size.m, &size.n, a.get(), &size.m, tau.get(), work.get(), &size.lwork, &info);
-    check(info);
+    require_converged(info);
     const Qud::Handle R = upper_trapezoid(a.get(), M.Rows(), M.Rows(), M.Cols());
     routines().zungqr(&size.m, &size.m, &size.k, a.get(), &size.m, tau.get(), work.get(), &size.lwork, &info);
-    check(info);
+    require_converged(info);
     return nested_column({whole_square(a.get(), M.Rows()), R});
 }
 

@@ -1,12 +1,10 @@
 #include "bailuxsko/lapack/svd.hpp"
 
-#include "bailuxhost/error.hpp"
 #include "bailuxsko/lapack/copies.hpp"
 #include "bailuxsko/lapack/driver.hpp"
 #include "bailuxsko/lapack/factors.hpp"
 #include "bailuxsko/lapack/finite.hpp"
 #include "bailuxsko/lapack/routines.hpp"
-#include "efiutl/messages.hpp"
 
 #include <algorithm>
 #include <cblas.h>
@@ -42,12 +40,6 @@ char job(Vectors wanted)
     return wanted == Vectors::none ? 'N' : 'S';
 }
 
-void check(int info)
-{
-    if (info != 0)
-        Evl::Run::AppException::Raise(msg::not_converging, -1);
-}
-
 } // namespace
 
 Qud::Handle dgesvd(EfiCallContext*, const Qud::MatVal& M, Vectors wanted)
@@ -68,7 +60,7 @@ Qud::Handle dgesvd(EfiCallContext*, const Qud::MatVal& M, Vectors wanted)
     int info = 0;
     routines().dgesvd(&jobs, &jobs, &size.m, &size.n, a, &size.m, s.get(), u.get(), &size.m, vt.get(), &size.n,
                       work.get(), &size.lwork, &info, 1, 1);
-    check(info);
+    require_converged(info);
     Qud::Handle values = Qud::MatVal::make(size.k, 1, std::move(s));
     if (wanted == Vectors::none)
         return values;
@@ -103,7 +95,7 @@ Qud::Handle zgesvd(EfiCallContext*, const Qud::MatVal& M, Vectors wanted)
     int info = 0;
     routines().zgesvd(&jobs, &jobs, &size.m, &size.n, a, &size.m, s.get(), u, &size.m, vt, &size.n, work.get(),
                       &size.lwork, rwork.get(), &info, 1, 1);
-    check(info);
+    require_converged(info);
     Qud::Handle values = Qud::MatVal::make(size.k, 1, std::move(s));
     if (wanted == Vectors::none)
         return values;

@@ -1,12 +1,10 @@
 // Eigenvalues and eigenvectors of symmetric and Hermitian matrices.
-#include "bailuxhost/error.hpp"
 #include "bailuxsko/lapack/copies.hpp"
 #include "bailuxsko/lapack/driver.hpp"
 #include "bailuxsko/lapack/eigen_results.hpp"
 #include "bailuxsko/lapack/eigenvalues.hpp"
 #include "bailuxsko/lapack/finite.hpp"
 #include "bailuxsko/lapack/routines.hpp"
-#include "efiutl/messages.hpp"
 
 namespace lapack {
 
@@ -19,12 +17,6 @@ constexpr unsigned rwork_columns = 3;
 char job(std::string_view mode)
 {
     return mode == "E" ? 'N' : 'V';
-}
-
-void check(int info)
-{
-    if (info != 0)
-        Evl::Run::AppException::Raise(msg::not_converging, -1);
 }
 
 } // namespace
@@ -46,7 +38,7 @@ Qud::Handle dsyev(EfiCallContext*, const Qud::MatVal& A, std::string_view mode)
     const char jobz = job(mode);
     int info = 0;
     routines().dsyev(&jobz, &upper, &order, a.get(), &order, w.get(), work.get(), &lwork, &info, 1, 1);
-    check(info);
+    require_converged(info);
     if (jobz == 'N')
         return ordered_values(n, w, nullptr);
     const Qud::Handle vectors = Qud::MatVal::make(n, n, std::move(a));
@@ -72,7 +64,7 @@ Qud::Handle zheev(EfiCallContext*, const Qud::MatVal& A, std::string_view mode)
     const char jobz = job(mode);
     int info = 0;
     routines().zheev(&jobz, &upper, &order, a, &order, w.get(), work.get(), &lwork, rwork.get(), &info, 1, 1);
-    check(info);
+    require_converged(info);
     if (jobz == 'N')
         return ordered_values(n, w, nullptr);
     const Qud::Handle vectors = complex_matrix(a, n, n);
