@@ -151,7 +151,7 @@ TEST(SvdProperty, KnownRanksOfTheClassics)
 
 TEST(SvdProperty, KnownSingularValuesAreMetAtAnyScaleThatSquaresAllow)
 {
-    for (const double scale : {1e150, 1e-130})
+    for (const double scale : {1e150, 1e-150, 1e-290})
         for (const std::uint32_t n : gen::sizes) {
             gen::Random random(n);
             std::vector<double> values(n);
@@ -160,7 +160,9 @@ TEST(SvdProperty, KnownSingularValuesAreMetAtAnyScaleThatSquaresAllow)
             const Matrix A = gen::scaled(gen::with_singular_values(n, n, values, false, random), scale);
             for (double& value : values)
                 value *= scale;
-            const char* const kind = scale > 1.0 ? "well-conditioned, times 1e150" : "well-conditioned, times 1e-130";
+            const char* const kind = scale > 1.0      ? "well-conditioned, times 1e150"
+                                     : scale > 1e-200 ? "well-conditioned, times 1e-150"
+                                                      : "well-conditioned, times 1e-290";
             judge({.function = "rank", .residual = "w - known w", .kind = kind, .n = n},
                   support::residual_values(singular_values(A), values));
         }

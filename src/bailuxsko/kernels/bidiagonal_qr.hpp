@@ -10,8 +10,8 @@
 
 /// The second half of the singular value decomposition: an upper bidiagonal matrix is made diagonal by implicitly
 /// shifted QR sweeps (Golub and Reinsch, Numerische Mathematik 14, 1970, section 3).
-/// Ours: squares that are not finite are "overflow"; 100 sweeps a value; the vectors are the caller's business, who is
-/// told of every rotation.
+/// Ours: squares that are not finite are "overflow", and such as vanish are kept from it; 100 sweeps a value; the
+/// vectors are the caller's business, who is told of every rotation.
 namespace native {
 
 /// What is told of the rotations, here when only the values are wanted. Those of a sweep over the block l to k are of
@@ -128,10 +128,35 @@ void sweep(const Bidiagonal& B, std::size_t l, std::size_t k, Vectors& vectors)
     B.m_w[k] = x;
 }
 
+/// Brings elements up to around 1, by a power of two and so without a rounding, when all are so small that products of
+/// two would lose digits. Other elements stay, and so do the bits of all that is made from them.
+/// @return  the power of two
+inline double scale_up(Bidiagonal& B)
+{
+    constexpr double eps = std::numeric_limits<double>::epsilon();
+    constexpr double small = 0x1p-400;
+    constexpr double step = 0x1p500;
+    double power = 1.0;
+    // A tolerance that is NaN is left as it is; it is not compared, which would be a fault of its own.
+    while (B.m_negligible != 0.0 && std::isless(B.m_negligible, eps * small)) {
+        double largest = 0.0;
+        for (std::size_t k = 0; k < B.m_n; ++k) {
+            B.m_w[k] *= step;
+            B.m_e[k] *= step;
+            const double sum = std::fabs(B.m_w[k]) + std::fabs(B.m_e[k]);
+            largest = std::isgreater(sum, largest) ? sum : largest;
+        }
+        B.m_negligible = eps * largest;
+        power *= step;
+    }
+    return power;
+}
+
 /// Leaves the singular values, none of them negative, in w. @throws "overflow" (-1), "too many iterations" (-1)
 template <class Vectors>
-void diagonalise(const Bidiagonal& B, Vectors& vectors)
+void diagonalise(Bidiagonal B, Vectors& vectors)
 {
+    const double power = scale_up(B);
     for (std::size_t k = B.m_n; k-- > 0;) {
         for (int sweeps = 0;; ++sweeps) {
             const Split split = splitting_search(B, k);
@@ -148,6 +173,9 @@ void diagonalise(const Bidiagonal& B, Vectors& vectors)
             vectors.negate_V(k);
         }
     }
+    if (power != 1.0)
+        for (std::size_t k = 0; k < B.m_n; ++k)
+            B.m_w[k] /= power;
 }
 
 } // namespace native

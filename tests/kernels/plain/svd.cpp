@@ -166,9 +166,28 @@ double length(double a, double b)
     return sqrt(a * a + b * b);
 }
 
+/// Tiny elements are brought up by a power of two; the rest of the iteration does not know.
+double brought_up(Doubles& w, Doubles& e, double& negligible)
+{
+    double power = 1.0;
+    while (negligible != 0.0 && std::isless(negligible, 0x1p-452)) {
+        power *= 0x1p500;
+        double x = 0.0;
+        for (std::size_t k = 0; k < w.size(); ++k) {
+            w[k] *= 0x1p500;
+            e[k] *= 0x1p500;
+            if (std::isgreater(fabs(w[k]) + fabs(e[k]), x))
+                x = fabs(w[k]) + fabs(e[k]);
+        }
+        negligible = 2.220446049250313e-16 * x;
+    }
+    return power;
+}
+
 /// U and V may be absent.
 void diagonalise(Doubles& w, Doubles& e, double negligible, aMatrix* U, aMatrix* V)
 {
+    const double power = brought_up(w, e, negligible);
     for (std::size_t k = w.size(); k-- > 0;) {
         for (int its = 0;; ++its) {
             std::size_t l = k;
@@ -246,6 +265,8 @@ void diagonalise(Doubles& w, Doubles& e, double negligible, aMatrix* U, aMatrix*
             w[k] = x;
         }
     }
+    for (std::size_t k = 0; power != 1.0 && k < w.size(); ++k)
+        w[k] /= power;
 }
 
 /// Sorts w into descending order and returns where each value stood.
