@@ -111,40 +111,52 @@ template <class Vector>
         to[r] = all[r];
 }
 
-/// One tile of rows by cols elements that takes `depth` terms. `begin` says that its sums start at 0.0.
-template <Update update, class Vector>
-[[gnu::always_inline]] inline void tile(const double* strip, std::size_t depth, const Columns& columns,
-                                        std::size_t rows, std::size_t cols, bool begin)
+/// A tile, or a part of one that is `vectors` high and `columns` wide.
+template <Update update, class Vector, std::size_t vectors, std::size_t columns>
+[[gnu::always_inline]] inline void part_of_tile(const double* strip, std::size_t depth, const Columns& at,
+                                                std::size_t rows, std::size_t cols, bool begin)
 {
-    Vector sum[tile_cols][2] = {};
+    Vector sum[columns][2] = {};
     if (!begin)
-        for (std::size_t j = 0; j < tile_cols; ++j)
-            load_rows(sum[j], columns.m_c[j], rows);
-    const double* const b0 = columns.m_b[0];
-    const double* const b1 = columns.m_b[1];
-    const double* const b2 = columns.m_b[2];
-    const double* const b3 = columns.m_b[3];
-    const double* const b4 = columns.m_b[4];
-    const double* const b5 = columns.m_b[5];
-    std::ptrdiff_t from = 0;
-    for (std::size_t k = 0; k < depth; ++k, from += stride_of_terms<update>, strip += tile_rows<Vector>) {
+        for (std::size_t j = 0; j < columns; ++j)
+            load_rows(sum[j], at.m_c[j], rows);
+    const double* from[columns];
+    for (std::size_t j = 0; j < columns; ++j)
+        from[j] = at.m_b[j];
+    std::ptrdiff_t term = 0;
+    for (std::size_t k = 0; k < depth; ++k, term += stride_of_terms<update>, strip += tile_rows<Vector>) {
         Vector a[2];
         load(a, strip);
-        const double b[tile_cols] = {b0[from], b1[from], b2[from], b3[from], b4[from], b5[from]};
 #pragma GCC unroll 6
-        for (std::size_t j = 0; j < tile_cols; ++j) {
-            if constexpr (update == Update::product) {
-                sum[j][0] += a[0] * b[j];
-                sum[j][1] += a[1] * b[j];
-            } else {
-                sum[j][0] -= a[0] * b[j];
-                sum[j][1] -= a[1] * b[j];
+        for (std::size_t j = 0; j < columns; ++j) {
+            const double b = from[j][term];
+#pragma GCC unroll 2
+            for (std::size_t v = 0; v < vectors; ++v) {
+                if constexpr (update == Update::product)
+                    sum[j][v] += a[v] * b;
+                else
+                    sum[j][v] -= a[v] * b;
             }
         }
     }
-    for (std::size_t j = 0; j < tile_cols; ++j)
+    for (std::size_t j = 0; j < columns; ++j)
         if (j < cols)
-            store_rows(sum[j], columns.m_c[j], rows);
+            store_rows(sum[j], at.m_c[j], rows);
+}
+
+/// One tile of rows by cols elements that takes `depth` terms. `begin` says that its sums start at 0.0. Where half of
+/// the rows, or few of the columns, would only repeat others, they are left out.
+template <Update update, class Vector>
+[[gnu::always_inline]] inline void tile(const double* strip, std::size_t depth, const Columns& at, std::size_t rows,
+                                        std::size_t cols, bool begin)
+{
+    constexpr std::size_t few = 2;
+    if (rows > width<Vector> && cols > few)
+        part_of_tile<update, Vector, 2, tile_cols>(strip, depth, at, rows, cols, begin);
+    else if (rows > width<Vector>)
+        part_of_tile<update, Vector, 2, few>(strip, depth, at, rows, cols, begin);
+    else
+        part_of_tile<update, Vector, 1, tile_cols>(strip, depth, at, rows, cols, begin);
 }
 
 /// Rows `first` to `end` - 1 of C from the same rows of A; column j of B and of C stands where b(j) and c(j) point.
