@@ -105,6 +105,9 @@ inline std::string duration(double seconds)
     return text.data();
 }
 
+/// The threads that both sides work on at the moment; with more than one it is the time that passes which counts.
+inline unsigned threads_in_use = 1;
+
 /// What a row of the table is about.
 struct Case {
     const char* name;
@@ -144,8 +147,9 @@ void time_in_turns(const Case& row, Ours&& ours, Peer&& peer)
     std::array<char, 16> goal{};
     if (row.at_most > 0.0)
         std::snprintf(goal.data(), goal.size(), "%.2f", row.at_most);
-    std::printf("%-26s %9zu %10s %10s %7.2f %7s  %s\n", row.name, row.n, duration(our_median).c_str(),
-                duration(peer_median).c_str(), our_median / peer_median, goal.data(), row.peer);
+    const std::string threads = threads_in_use > 1 ? ", " + std::to_string(threads_in_use) + " threads" : "";
+    std::printf("%-26s %9zu %10s %10s %7.2f %7s  %s%s\n", row.name, row.n, duration(our_median).c_str(),
+                duration(peer_median).c_str(), our_median / peer_median, goal.data(), row.peer, threads.c_str());
     std::fflush(stdout);
 }
 
@@ -156,9 +160,10 @@ void compare(const Case& row, Ours ours, Peer peer, Agree agree)
 {
     if (!agree(ours(), peer()))
         results_differ(row);
+    const Clock clock = threads_in_use > 1 ? Clock::wall : row.clock;
     time_in_turns(
-        row, [&](std::size_t calls) { return seconds_per_call(ours, calls, row.clock); },
-        [&](std::size_t calls) { return seconds_per_call(peer, calls, row.clock); });
+        row, [&](std::size_t calls) { return seconds_per_call(ours, calls, clock); },
+        [&](std::size_t calls) { return seconds_per_call(peer, calls, clock); });
 }
 
 } // namespace bench

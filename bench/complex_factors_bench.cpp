@@ -238,15 +238,18 @@ Problem definite(int n)
 
 int main()
 {
-    Efi::MKL_NUM_THREADS = 1;
     bench::header("complex factorisations by LAPACK");
-    for (const int n : {3, 20, 200, 500}) {
-        const auto count = static_cast<std::size_t>(n) * static_cast<std::size_t>(n);
-        Problem general(n, bench::random_numbers(count, 1), bench::random_numbers(count, 2));
-        svd(general);
-        lu(general);
-        qr(general);
-        Problem hermitian = definite(n);
-        cholesky(hermitian);
-    }
+    for (const unsigned threads : {1U, 2U})
+        for (const int n : {3, 20, 200, 500}) {
+            if (threads > 1 && n < 200)
+                continue;
+            Efi::MKL_NUM_THREADS = bench::threads_in_use = threads;
+            const auto count = static_cast<std::size_t>(n) * static_cast<std::size_t>(n);
+            Problem general(n, bench::random_numbers(count, 1), bench::random_numbers(count, 2));
+            svd(general);
+            lu(general);
+            qr(general);
+            Problem hermitian = definite(n);
+            cholesky(hermitian);
+        }
 }

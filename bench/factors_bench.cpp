@@ -207,15 +207,18 @@ Numbers definite(std::size_t n)
 
 int main()
 {
-    Efi::MKL_NUM_THREADS = 1;
     bench::header("factorisations by LAPACK");
-    for (const int n : {3, 20, 200, 500}) {
-        const auto size = static_cast<std::size_t>(n);
-        Problem general(n, bench::random_numbers(size * size, 1));
-        svd(general);
-        lu(general);
-        qr(general);
-        Problem symmetric(n, definite(size));
-        cholesky(symmetric);
-    }
+    for (const unsigned threads : {1U, 2U})
+        for (const int n : {3, 20, 200, 500}) {
+            if (threads > 1 && n < 200)
+                continue;
+            Efi::MKL_NUM_THREADS = bench::threads_in_use = threads;
+            const auto size = static_cast<std::size_t>(n);
+            Problem general(n, bench::random_numbers(size * size, 1));
+            svd(general);
+            lu(general);
+            qr(general);
+            Problem symmetric(n, definite(size));
+            cholesky(symmetric);
+        }
 }
