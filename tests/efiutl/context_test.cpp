@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <numeric>
 #include <thread>
 #include <vector>
 
@@ -255,6 +256,84 @@ TEST(Arena, FailsAtEveryRequestAndLeavesNothing)
     EXPECT_EQ(requests, 8U); // the copy asks for two arrays and a record
 }
 
+/// An array of 80,000 bytes has a block of its own, which is hardly larger.
+constexpr std::size_t large_count = 10000;
+constexpr std::size_t large_bytes = large_count * sizeof(double);
+
+double* ascending(EfiCallContext& ctx, double first)
+{
+    double* const array = Efi::uncleared_doubles(&ctx, large_count);
+    std::iota(array, array + large_count, first);
+    return array;
+}
+
+bool is_ascending(const double* array, double first)
+{
+    return std::all_of(array, array + large_count, [&first](double x) { return x == first++; });
+}
+
+TEST(Arena, ALargeArrayMayLeaveItAndIsGivenBackOnce)
+{
+    Efi::block_pool::release();
+    std::array<const double*, 3> arrays{};
+    std::array<IquAllocator::Adopted, 3> adopted;
+    {
+        EfiCallContext ctx;
+        const double* const stays = ascending(ctx, 0.0);
+        for (std::size_t i = 0; i < 3; ++i)
+            arrays[i] = ascending(ctx, static_cast<double>(i));
+        for (const std::size_t i : {1U, 2U, 0U}) { // from between others, the newest of all, the oldest but one
+            adopted[i] = ctx.m_arena->adopt(arrays[i], large_bytes);
+            ASSERT_NE(adopted[i].m_block, nullptr);
+            EXPECT_EQ(ctx.m_arena->adopt(arrays[i], large_bytes).m_block, nullptr) << "it has gone";
+        }
+        EXPECT_EQ(Efi::live_arenas().m_blocks, 1);
+        EXPECT_TRUE(is_ascending(stays, 0.0));
+        EXPECT_NE(Efi::doubles(&ctx, large_count), nullptr) << "the arena goes on";
+    }
+    EXPECT_EQ(Efi::live_arenas(), Efi::LiveArenas{});
+    const std::size_t block = Efi::block_pool::capacity(adopted[0].m_bytes);
+    EXPECT_EQ(Efi::block_pool::kept_bytes(), 2 * block) << "the arena gives back what is still its own";
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_TRUE(is_ascending(arrays[i], static_cast<double>(i)));
+        Efi::block_pool::give(adopted[i].m_block, adopted[i].m_bytes);
+        EXPECT_EQ(Efi::block_pool::kept_bytes(), (3 + i) * block);
+    }
+    Efi::block_pool::release();
+}
+
+TEST(Arena, WhatHasNoBlockOfItsOwnStays)
+{
+    EfiCallContext other;
+    EfiCallContext ctx;
+    double* const inside = Efi::doubles(&ctx, 100);
+    double* const shares_a_block = Efi::doubles(&ctx, 1000);
+    ctx.m_arena->NewBuf(large_bytes);
+    const void* const slot = ctx.m_arena->carve(large_bytes);
+    double* const large = ascending(ctx, 1.0);
+    const long blocks = Efi::live_arenas().m_blocks;
+    const struct {
+        const char* name;
+        const void* array;
+        std::size_t bytes;
+    } cases[] = {
+        {.name = "in the context", .array = inside, .bytes = 800},
+        {.name = "in the context, said to be large", .array = inside, .bytes = large_bytes},
+        {.name = "beside others", .array = shares_a_block, .bytes = 8000},
+        {.name = "beside others, said to be large", .array = shares_a_block, .bytes = 30000},
+        {.name = "in a block for records", .array = slot, .bytes = large_bytes},
+        {.name = "not at the beginning", .array = large + 1, .bytes = large_bytes - 8},
+        {.name = "half of its block", .array = large, .bytes = large_bytes / 2},
+        {.name = "none", .array = nullptr, .bytes = large_bytes},
+        {.name = "of no size", .array = large, .bytes = 0},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(ctx.m_arena->adopt(c.array, c.bytes).m_block, nullptr) << c.name;
+    EXPECT_EQ(other.m_arena->adopt(large, large_bytes).m_block, nullptr) << "another arena's";
+    EXPECT_EQ(Efi::live_arenas().m_blocks, blocks);
+    EXPECT_TRUE(is_ascending(large, 1.0));
+}
+
 TEST(Arena, AFailureIsForArenasMadeUnderTheGuardOnly)
 {
     EfiCallContext before;
@@ -288,6 +367,23 @@ TEST(ArenaThreads, EachThreadHasItsOwnFailuresAndCounts)
         EXPECT_NE(Efi::doubles(&other, 100000), nullptr);
         EXPECT_EQ(Efi::live_arenas(), (Efi::LiveArenas{.m_arenas = 1, .m_blocks = 1}));
     }).join();
+}
+
+TEST(ArenaThreads, AnArrayThatHasLeftMayBeGivenBackOnAnotherThread)
+{
+    Efi::block_pool::release();
+    for (int round = 0; round < 20; ++round) {
+        EfiCallContext ctx;
+        const double* const array = ascending(ctx, 0.0);
+        const IquAllocator::Adopted adopted = ctx.m_arena->adopt(array, large_bytes);
+        std::thread([array, adopted] {
+            EXPECT_TRUE(is_ascending(array, 0.0));
+            Efi::block_pool::give(adopted.m_block, adopted.m_bytes);
+            EXPECT_EQ(Efi::block_pool::kept_bytes(), Efi::block_pool::capacity(adopted.m_bytes));
+            EXPECT_EQ(Efi::live_arenas(), Efi::LiveArenas{});
+        }).join(); // the thread's pool goes with it
+        EXPECT_EQ(Efi::block_pool::kept_bytes(), 0U);
+    }
 }
 
 } // namespace

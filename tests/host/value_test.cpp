@@ -2,11 +2,14 @@
 
 #include "bailuxhost/marshal.hpp"
 #include "bailuxhost/options.hpp"
+#include "efiutl/arena_testing.hpp"
+#include "efiutl/block_pool.hpp"
 #include "tests/host/matrices.hpp"
 #include "tests/support/host_raises.hpp"
 
 #include <limits>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -115,6 +118,117 @@ TEST(Marshal, MatricesAreCopiedOutOfTheArena)
                                                number_cell(4, -4, m)}));
 }
 
+/// A record of the call, n by n, with (leading dimension) - n unused rows; element k of the real array is k, of the
+/// imaginary one -k.
+const aMatrix* record_of_order(EfiCallContext& ctx, std::uint32_t n, std::uint32_t leading_dimension)
+{
+    const std::size_t count = std::size_t{n} * leading_dimension;
+    double* const re = Efi::uncleared_doubles(&ctx, count);
+    double* const im = Efi::uncleared_doubles(&ctx, count);
+    for (std::size_t k = 0; k < count; ++k) {
+        re[k] = static_cast<double>(k);
+        im[k] = -re[k];
+    }
+    aMatrix* const record = aMatrix::mk(ctx.m_arena, n, n, re, im);
+    record->m_anr = leading_dimension;
+    return record;
+}
+
+/// Whether the value has the elements of such a record.
+bool has_elements_of_record(const Handle& value, std::size_t leading_dimension)
+{
+    const Qud::MatVal& M = as_matrix(value);
+    for (std::size_t j = 0; j < M.Cols(); ++j)
+        for (std::size_t i = 0; i < M.Rows(); ++i)
+            if (const auto k = static_cast<double>(j * leading_dimension + i); M.real(i, j) != k || M.imag(i, j) != -k)
+                return false;
+    return true;
+}
+
+TEST(Marshal, LargeArraysLeaveTheArenaWithoutACopy)
+{
+    Efi::block_pool::release();
+    Handle value;
+    {
+        EfiCallContext ctx;
+        const aMatrix* const record = record_of_order(ctx, 200, 200);
+        value = Efi::EfiMarshal::UnMarshal(ctx.m_arena, record, m);
+        EXPECT_EQ(as_matrix(value).m_rarr.get(), record->m_rv);
+        EXPECT_EQ(as_matrix(value).m_iarr.get(), record->m_iv);
+        EXPECT_EQ(Efi::live_arenas().m_blocks, 0);
+    }
+    EXPECT_TRUE(has_elements_of_record(value, 200));
+    EXPECT_EQ(as_matrix(value).UniformDimension(), m);
+    EXPECT_EQ(Efi::block_pool::kept_bytes(), 0U);
+    Handle last_row = as_matrix(value).SubMatrix(199, 199, 0, 199);
+    value.reset();
+    EXPECT_EQ(Efi::block_pool::kept_bytes(), 0U) << "the block of a matrix shares its arrays";
+    EXPECT_EQ(as_matrix(last_row).real(0, 199), 39999.0);
+    last_row.reset();
+    EXPECT_GE(Efi::block_pool::kept_bytes(), 2 * 320000U);
+    EXPECT_LT(Efi::block_pool::kept_bytes(), 3 * 320000U);
+    Efi::block_pool::release();
+}
+
+TEST(Marshal, OtherArraysAreCopied)
+{
+    const struct {
+        const char* name;
+        std::uint32_t n;
+        std::uint32_t leading_dimension;
+    } cases[] = {
+        {.name = "small: inside the context", .n = 10, .leading_dimension = 10},
+        {.name = "small: beside others in a block", .n = 31, .leading_dimension = 31},
+        {.name = "rows are missing", .n = 200, .leading_dimension = 201},
+    };
+    for (const auto& c : cases) {
+        Handle value;
+        {
+            EfiCallContext ctx;
+            const aMatrix* const record = record_of_order(ctx, c.n, c.leading_dimension);
+            value = Efi::EfiMarshal::UnMarshal(ctx.m_arena, record);
+            EXPECT_NE(as_matrix(value).m_rarr.get(), record->m_rv) << c.name;
+            EXPECT_NE(as_matrix(value).m_iarr.get(), record->m_iv) << c.name;
+        }
+        EXPECT_TRUE(has_elements_of_record(value, c.leading_dimension)) << c.name;
+    }
+}
+
+TEST(Marshal, PartOfALargeArrayIsCopied)
+{
+    EfiCallContext ctx;
+    const aMatrix* const whole = record_of_order(ctx, 200, 200);
+    const aMatrix half{
+        .m_anr = 200, .m_tag = aMatrix::tag, .m_rows = 200, .m_cols = 100, .m_rv = whole->m_rv, .m_iv = whole->m_iv};
+    const Handle left = Efi::EfiMarshal::UnMarshal(ctx.m_arena, &half);
+    EXPECT_NE(as_matrix(left).m_rarr.get(), whole->m_rv) << "much smaller than its block";
+    const aMatrix tail{
+        .m_anr = 200, .m_tag = aMatrix::tag, .m_rows = 200, .m_cols = 199, .m_rv = whole->m_rv + 200, .m_iv = nullptr};
+    const Handle behind_first = Efi::EfiMarshal::UnMarshal(ctx.m_arena, &tail);
+    EXPECT_NE(as_matrix(behind_first).m_rarr.get(), tail.m_rv) << "not the beginning of its block";
+    EXPECT_EQ(as_matrix(behind_first).real(0, 0), 200.0);
+    EXPECT_TRUE(has_elements_of_record(left, 200));
+}
+
+TEST(Marshal, AnArrayThatIsBothPartsIsTakenOverOnce)
+{
+    EfiCallContext ctx;
+    aMatrix* const record = aMatrix::mk(ctx.m_arena, 100, 100, Efi::doubles(&ctx, 10000), nullptr);
+    record->m_iv = record->m_rv;
+    const Handle value = Efi::EfiMarshal::UnMarshal(ctx.m_arena, record);
+    EXPECT_EQ(as_matrix(value).m_rarr.get(), record->m_rv);
+    EXPECT_NE(as_matrix(value).m_iarr.get(), record->m_iv);
+}
+
+TEST(Marshal, AnAbsentArenaIsNotAsked)
+{
+    EfiCallContext ctx;
+    const aMatrix* const record = record_of_order(ctx, 200, 200);
+    const Handle value = Efi::EfiMarshal::UnMarshal(nullptr, record);
+    EXPECT_NE(as_matrix(value).m_rarr.get(), record->m_rv);
+    EXPECT_TRUE(has_elements_of_record(value, 200));
+}
+
 TEST(Marshal, AnImaginaryArrayIsKeptAlsoWhenZero)
 {
     EfiCallContext ctx;
@@ -140,6 +254,24 @@ TEST(Marshal, ATaggedValueIsANumberOrAMatrix)
 
     Anyval matrix{.m_matrix = *aMatrix::mk(ctx.m_arena, 1, 1, Efi::doubles(&ctx, 1), nullptr)};
     EXPECT_EQ(cells(Efi::EfiMarshal::UnMarshal(ctx.m_arena, &matrix, s)), std::vector<Cell>{number_cell(0, 0, s)});
+}
+
+TEST(MarshalThreads, AResultMayEndOnAnotherThread)
+{
+    Efi::block_pool::release();
+    for (int round = 0; round < 20; ++round) {
+        Handle value;
+        {
+            EfiCallContext ctx;
+            value = Efi::EfiMarshal::UnMarshal(ctx.m_arena, record_of_order(ctx, 100, 100));
+        }
+        std::thread([held = std::move(value)]() mutable {
+            EXPECT_TRUE(has_elements_of_record(held, 100));
+            held.reset();
+            EXPECT_GE(Efi::block_pool::kept_bytes(), 2 * 80000U);
+        }).join(); // the thread's pool goes with it
+        EXPECT_EQ(Efi::block_pool::kept_bytes(), 0U);
+    }
 }
 
 TEST(OptionsThreads, EachThreadHasItsOwn)
