@@ -59,11 +59,7 @@ protected:
 
     static Matrix drawn(const Kind& kind, std::uint32_t m, std::uint32_t n, Random& random)
     {
-        Matrix A(m, n, m + m % 3);
-        for (std::uint32_t j = 0; j < n; ++j)
-            for (std::uint32_t i = 0; i < m; ++i)
-                A.re(i, j) = kind.element(random);
-        return A;
+        return support::drawn(kind.element, m, n, m + m % 3, random);
     }
 };
 

@@ -1,6 +1,7 @@
 // Rotations that are saved up give the bits of rotations that are carried out at once, however many there are.
 #include "bailuxsko/kernels/saved_rotations.hpp"
 
+#include "tests/support/kinds.hpp"
 #include "tests/support/levels.hpp"
 #include "tests/support/matrix.hpp"
 
@@ -8,7 +9,6 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <random>
 
 #include <gtest/gtest.h>
 
@@ -18,12 +18,8 @@ using support::Matrix;
 
 Matrix scattered(std::uint32_t m, std::uint32_t n, std::uint32_t ld)
 {
-    std::mt19937_64 random(m * 1000 + n);
-    Matrix A(m, n, ld);
-    for (std::uint32_t j = 0; j < n; ++j)
-        for (std::uint32_t i = 0; i < m; ++i)
-            A.re(i, j) = std::uniform_real_distribution<double>(-1.0, 1.0)(random);
-    return A;
+    support::Random random(m * 1000 + n);
+    return support::drawn(support::uniform, m, n, ld, random);
 }
 
 void rotate(Matrix& A, std::size_t left, std::size_t right, double c, double s)
@@ -40,7 +36,7 @@ class SavedRotations : public support::AtLevel {};
 
 TEST_P(SavedRotations, AreThoseAtOnce)
 {
-    std::mt19937_64 random(5);
+    support::Random random(5);
     for (const std::uint32_t m : {1U, 2U, 15U, 16U, 17U, 40U})
         for (const std::uint32_t n : {2U, 3U, 7U, 30U}) {
             Matrix at_once = scattered(m, n, m + 3);

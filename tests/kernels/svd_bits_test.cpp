@@ -19,6 +19,7 @@
 
 namespace {
 
+using support::drawn;
 using support::Kind;
 using support::kinds;
 using support::Matrix;
@@ -99,15 +100,6 @@ Outcome inverted(Pinv routine, Matrix A)
         [&](std::vector<std::uint64_t>& bits) { append_bits(bits, X->m_rv, std::size_t{X->m_rows} * X->m_cols); });
 }
 
-Matrix drawn(const Kind& kind, std::uint32_t m, std::uint32_t n, std::uint32_t ld, Random& random)
-{
-    Matrix A(m, n, ld);
-    for (std::uint32_t j = 0; j < n; ++j)
-        for (std::uint32_t i = 0; i < m; ++i)
-            A.re(i, j) = kind.element(random);
-    return A;
-}
-
 class SvdBits : public support::AtLevel {
 protected:
     /// Small matrices many times, large ones once for each kind; their sizes lie around the edges of vectors, strips
@@ -120,11 +112,11 @@ protected:
             for (std::uint32_t n = 1; n <= 13; ++n)
                 for (const std::uint32_t taller : {0U, 1U, 2U, 7U})
                     for (const std::uint32_t gap : {0U, 3U})
-                        expect(kind, drawn(kind, n + taller, n, n + taller + gap, random));
+                        expect(kind, drawn(kind.element, n + taller, n, n + taller + gap, random));
             for (const std::uint32_t n : {15U, 16U, 17U, 24U, 25U, 33U, 64U, 65U, 100U})
                 if (n <= largest)
-                    expect(kind, drawn(kind, n + n % 5, n, n + n % 5 + n % 2, random));
-            expect(kind, drawn(kind, 150, 9, 150, random));
+                    expect(kind, drawn(kind.element, n + n % 5, n, n + n % 5 + n % 2, random));
+            expect(kind, drawn(kind.element, 150, 9, 150, random));
         }
     }
 };

@@ -2,13 +2,13 @@
 
 #include "bailuxsko/kernels/rank.hpp"
 #include "tests/support/failing_arena.hpp"
+#include "tests/support/kinds.hpp"
 #include "tests/support/matrix.hpp"
 #include "tests/support/raises.hpp"
 
 #include <cmath>
 #include <cstddef>
 #include <limits>
-#include <random>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -28,12 +28,8 @@ const Raised too_many{.message = "too many iterations", .index = -1};
 
 Matrix scattered(std::uint32_t m, std::uint32_t n, std::uint32_t ld)
 {
-    std::mt19937_64 random(11);
-    Matrix A(m, n, ld);
-    for (std::uint32_t j = 0; j < n; ++j)
-        for (std::uint32_t i = 0; i < m; ++i)
-            A.re(i, j) = std::uniform_real_distribution<double>(-1.0, 1.0)(random);
-    return A;
+    support::Random random(11);
+    return support::drawn(support::uniform, m, n, ld, random);
 }
 
 std::vector<double> values(Matrix A)

@@ -57,6 +57,16 @@ inline const Kind kinds[] = {
          }},
 };
 
+/// m by n real elements, drawn column by column.
+inline Matrix drawn(double (*element)(Random&), std::uint32_t m, std::uint32_t n, std::uint32_t ld, Random& random)
+{
+    Matrix A(m, n, ld);
+    for (std::uint32_t j = 0; j < n; ++j)
+        for (std::uint32_t i = 0; i < m; ++i)
+            A.re(i, j) = element(random);
+    return A;
+}
+
 /// n by n elements of a kind.
 inline Matrix draw(const Kind& kind, std::uint32_t n, std::uint32_t ld, bool with_imaginary, Random& random)
 {

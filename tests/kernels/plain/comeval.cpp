@@ -3,6 +3,7 @@
 #include "efiutl/columns.hpp"
 #include "efiutl/messages.hpp"
 #include "efiutl/throw.hpp"
+#include "tests/kernels/plain/modulus.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -17,15 +18,7 @@ constexpr double eps = 2.220446049250313e-16;
 
 double modulus(aComplex z)
 {
-    const double a = std::fabs(z.m_re);
-    const double b = std::fabs(z.m_im);
-    if (z.m_re == 0.0)
-        return b;
-    if (z.m_im == 0.0)
-        return a;
-    if (a > b)
-        return a * std::sqrt(1.0 + (b / a) * (b / a));
-    return b * std::sqrt(1.0 + (a / b) * (a / b));
+    return plain::modulus(z.m_re, z.m_im);
 }
 
 double sum_of_parts(aComplex z)

@@ -3,6 +3,7 @@
 #include "efiutl/columns.hpp"
 #include "efiutl/messages.hpp"
 #include "efiutl/throw.hpp"
+#include "tests/kernels/plain/modulus.hpp"
 
 #include <cmath>
 #include <utility>
@@ -15,25 +16,12 @@ using Efi::at;
 
 constexpr double eps = 2.220446049250313e-16;
 
-double modulus(double re, double im)
-{
-    const double a = std::fabs(re);
-    const double b = std::fabs(im);
-    if (re == 0.0)
-        return b;
-    if (im == 0.0)
-        return a;
-    if (a > b)
-        return a * std::sqrt(1.0 + (b / a) * (b / a));
-    return b * std::sqrt(1.0 + (a / b) * (a / b));
-}
-
 double imaginary(const aMatrix* A, std::size_t i, std::size_t j)
 {
     return Efi::at_i(A, i, j);
 }
 
-double modulus(const aMatrix* A, std::size_t i, std::size_t j)
+double modulus_at(const aMatrix* A, std::size_t i, std::size_t j)
 {
     return modulus(at(A, i, j), imaginary(A, i, j));
 }
@@ -132,7 +120,7 @@ void clu_decomp(EfiCallContext* ctx, aMatrix* A, double* pivots, double* sign, b
     for (std::size_t i = 0; i < n; ++i) {
         double maximum = 0.0;
         for (std::size_t j = 0; j < n; ++j)
-            raise_maximum(maximum, modulus(A, i, j));
+            raise_maximum(maximum, modulus_at(A, i, j));
         if (maximum == 0.0)
             singular();
         scale[i] = 1.0 / maximum;
@@ -142,7 +130,7 @@ void clu_decomp(EfiCallContext* ctx, aMatrix* A, double* pivots, double* sign, b
         std::size_t p = k;
         double best = -1.0;
         for (std::size_t i = k; i < n; ++i) {
-            const double t = modulus(A, i, k) * scale[i];
+            const double t = modulus_at(A, i, k) * scale[i];
             if (t > best) {
                 best = t;
                 p = i;
@@ -163,7 +151,7 @@ void clu_decomp(EfiCallContext* ctx, aMatrix* A, double* pivots, double* sign, b
             singular();
         if (k >= 1)
             for (std::size_t j = k - 1; j < n; ++j)
-                raise_maximum(g, modulus(A, k - 1, j) * scale[k - 1]);
+                raise_maximum(g, modulus_at(A, k - 1, j) * scale[k - 1]);
         if (strict)
             for (std::size_t i = 0; i <= k; ++i) {
                 const double re = at(A, i, i);
@@ -174,7 +162,7 @@ void clu_decomp(EfiCallContext* ctx, aMatrix* A, double* pivots, double* sign, b
         scale[k] = 1.0;
         for (std::size_t i = k + 1; i < n; ++i) {
             store(ctx, A, i, k, quotient(at(A, i, k), imaginary(A, i, k), at(A, k, k), imaginary(A, k, k)));
-            raise_maximum(scale[k], modulus(A, i, k));
+            raise_maximum(scale[k], modulus_at(A, i, k));
             for (std::size_t j = k + 1; j < n; ++j) {
                 const double re = at(A, i, k) * at(A, k, j) - imaginary(A, i, k) * imaginary(A, k, j);
                 const double im = at(A, i, k) * imaginary(A, k, j) + imaginary(A, i, k) * at(A, k, j);

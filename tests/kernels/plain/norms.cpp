@@ -1,6 +1,7 @@
 #include "tests/kernels/plain/norms.hpp"
 
 #include "efiutl/columns.hpp"
+#include "tests/kernels/plain/modulus.hpp"
 
 #include <cmath>
 #include <cstddef>
@@ -10,17 +11,7 @@ namespace {
 
 double magnitude(const aMatrix* A, std::size_t i, std::size_t j)
 {
-    const double a = std::fabs(Efi::at(A, i, j));
-    const double b = std::fabs(Efi::at_i(A, i, j));
-    if (A->m_iv == nullptr)
-        return a;
-    if (a == 0.0)
-        return b;
-    if (b == 0.0)
-        return a;
-    if (a > b)
-        return a * std::sqrt(1.0 + (b / a) * (b / a));
-    return b * std::sqrt(1.0 + (a / b) * (a / b));
+    return A->m_iv == nullptr ? std::fabs(Efi::at(A, i, j)) : modulus(Efi::at(A, i, j), Efi::at_i(A, i, j));
 }
 
 } // namespace
