@@ -20,21 +20,6 @@ constexpr std::size_t vectors = std::min<std::size_t>(2, height / tiles::width<V
 template <class Vector>
 constexpr std::size_t columns = 8 / vectors<Vector>;
 
-/// One at a time: GCC 12 copies an array of vectors in halves, and loading the whole then waits for both.
-template <class Vector, std::size_t count>
-[[gnu::always_inline]] inline void load(Vector (&to)[count], const double* from)
-{
-    for (std::size_t v = 0; v < count; ++v)
-        __builtin_memcpy(&to[v], from + v * tiles::width<Vector>, sizeof(Vector));
-}
-
-template <class Vector, std::size_t count>
-[[gnu::always_inline]] inline void store(const Vector (&from)[count], double* to)
-{
-    for (std::size_t v = 0; v < count; ++v)
-        __builtin_memcpy(to + v * tiles::width<Vector>, &from[v], sizeof(Vector));
-}
-
 /// Subtracts from the eight columns at C the products of the strips A and B, whose `terms` columns stand side by side.
 template <class Vector>
 [[gnu::always_inline]] inline void subtract_products(double* C, const double* A, const double* B, std::size_t terms)
@@ -44,19 +29,19 @@ template <class Vector>
             double* const c = C + j * height + row;
             Vector sum[columns<Vector>][vectors<Vector>];
             for (std::size_t t = 0; t < columns<Vector>; ++t)
-                load(sum[t], c + t * height);
+                tiles::load(sum[t], c + t * height);
             const double* a = A + row;
             const double* b = B + j;
             for (std::size_t k = 0; k < terms; ++k, a += height, b += height) {
                 Vector rows[vectors<Vector>];
-                load(rows, a);
+                tiles::load(rows, a);
 #pragma GCC unroll 8
                 for (std::size_t t = 0; t < columns<Vector>; ++t)
                     for (std::size_t v = 0; v < vectors<Vector>; ++v)
                         sum[t][v] -= rows[v] * b[t];
             }
             for (std::size_t t = 0; t < columns<Vector>; ++t)
-                store(sum[t], c + t * height);
+                tiles::store(sum[t], c + t * height);
         }
 }
 

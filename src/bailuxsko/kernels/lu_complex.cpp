@@ -155,7 +155,7 @@ double growth(const aMatrix* A, const double* bound)
             continue;
         }
         const double* const im = Efi::column_i(A, j);
-        g = largest(count, g, [=](std::size_t k) { return compared_modulus(re[k], im[k]) * bound[k]; });
+        g = largest(count, g, [=](std::size_t k) { return modulus(re[k], im[k]) * bound[k]; });
     }
     return g;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bailuxsko/kernels/lu_steps.hpp"
+#include "bailuxsko/kernels/modulus.hpp"
 #include "bailuxsko/kernels/smith_division.hpp"
 #include "efiutl/records.hpp"
 
@@ -12,33 +13,6 @@
 
 /// The steps of the complex elimination, which the form for small matrices and the blocked one are made of.
 namespace native {
-
-/// sqrt(re^2 + im^2) without squaring anything larger than 1. Compares nothing with a NaN beside a zero.
-[[gnu::always_inline]] inline double quiet_modulus(double re, double im)
-{
-    const double a = std::fabs(re);
-    const double b = std::fabs(im);
-    if (re == 0.0)
-        return b;
-    if (im == 0.0)
-        return a;
-    if (a > b)
-        return a * std::sqrt(1.0 + (b / a) * (b / a));
-    return b * std::sqrt(1.0 + (a / b) * (a / b));
-}
-
-/// The same number without a branch, for loops that use vectors. It compares where `quiet_modulus` may not, which
-/// raises the invalid flag for a NaN: only for callers that compare the result anyway.
-[[gnu::always_inline]] inline double compared_modulus(double re, double im)
-{
-    const double a = std::fabs(re);
-    const double b = std::fabs(im);
-    const bool by_real = a > b;
-    const double large = by_real ? a : b;
-    const double small = by_real ? b : a;
-    const double ratio = small / (large + static_cast<double>(large == 0.0)); // zero over one, not over zero
-    return large * std::sqrt(1.0 + ratio * ratio);
-}
 
 /// Both parts of a square matrix in memory, and what one factorisation gathers.
 struct ComplexElimination {
@@ -64,7 +38,7 @@ struct ComplexElimination {
         const double* const re = E.re(j);
         const double* const im = E.im(j);
         for (std::size_t i = 0; i < E.m_n; ++i)
-            scale[i] = std::max(scale[i], compared_modulus(re[i], im[i])); // a NaN is never the larger one
+            scale[i] = std::max(scale[i], modulus(re[i], im[i])); // a NaN is never the larger one
     }
     if (std::find(scale, scale + E.m_n, 0.0) != scale + E.m_n)
         return false;
@@ -82,7 +56,7 @@ struct ComplexElimination {
     double* const __restrict scaled = E.m_moduli;
     const double* const scale = E.m_scale;
     for (std::size_t i = k; i < E.m_n; ++i)
-        scaled[i] = compared_modulus(re[i], im[i]) * scale[i];
+        scaled[i] = modulus(re[i], im[i]) * scale[i];
     const double best = largest(E.m_n - k, -1.0, [=](std::size_t i) { return scaled[k + i]; });
     const double* const p = std::find(scaled + k, scaled + E.m_n, best);
     return p == scaled + E.m_n ? k : static_cast<std::size_t>(p - scaled);
@@ -108,7 +82,7 @@ struct ComplexElimination {
         else
             divide(std::false_type{});
         for (std::size_t i = k + 1; i < E.m_n; ++i)
-            moduli[i] = compared_modulus(re[i], im[i]);
+            moduli[i] = modulus(re[i], im[i]);
     }
     E.m_scale[k] = largest(E.m_n - k - 1, 1.0, [=](std::size_t i) { return moduli[k + 1 + i]; });
 }

@@ -91,8 +91,8 @@ private:
                 waves::load(upper, row);
                 waves::load(lower, row + width);
                 waves::rotate(G, upper, lower);
-                waves::save(upper, row);
-                waves::save(lower, row + width);
+                waves::store(upper, row);
+                waves::store(lower, row + width);
             }
             if (!rotate_signs(G, i))
                 return false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bailuxsko/kernels/qr_strips.hpp"
+#include "bailuxsko/kernels/side_by_side.hpp"
 #include "bailuxsko/kernels/tiles.hpp"
 
 #include <algorithm>
@@ -10,6 +11,9 @@
 /// and i, the second may rotate rows i and i + 1, the third rows i + 1 and i + 2, and so on (Van Zee, van de Geijn and
 /// Quintana-Orti, Restructuring the tridiagonal and bidiagonal QR algorithms for performance, ACM TOMS 40, 2014).
 namespace native::waves {
+
+using side_by_side::load;
+using side_by_side::store;
 
 constexpr std::size_t width = RowStrips::width;
 
@@ -51,21 +55,6 @@ template <class Vector, std::size_t vectors>
     }
 }
 
-/// One at a time: GCC 12 copies an array of vectors in halves, and loading the whole then waits for both.
-template <class Vector, std::size_t vectors>
-[[gnu::always_inline]] inline void load(Vector (&row)[vectors], const double* from)
-{
-    for (std::size_t v = 0; v < vectors; ++v)
-        __builtin_memcpy(&row[v], from + v * tiles::width<Vector>, sizeof(Vector));
-}
-
-template <class Vector, std::size_t vectors>
-[[gnu::always_inline]] inline void save(const Vector (&row)[vectors], double* to)
-{
-    for (std::size_t v = 0; v < vectors; ++v)
-        __builtin_memcpy(to + v * tiles::width<Vector>, &row[v], sizeof(Vector));
-}
-
 /// One sweep in one strip; the row that two neighbouring rotations share stays in registers.
 template <class Vector>
 [[gnu::always_inline]] inline void apply(const Sweep& sweep, const Target& T)
@@ -82,11 +71,11 @@ template <class Vector>
         load(upper, T.m_strip + (i - 1) * width);
         if (!is_none(G))
             rotate(G, upper, lower);
-        save(lower, T.m_strip + i * width);
+        store(lower, T.m_strip + i * width);
         for (std::size_t v = 0; v < vectors; ++v)
             lower[v] = upper[v];
     }
-    save(lower, T.m_strip + sweep.m_pivot * width);
+    store(lower, T.m_strip + sweep.m_pivot * width);
 }
 
 /// How many sweeps one pass carries out, and how many vectors of a row: as many as the registers hold rows of.
@@ -173,12 +162,12 @@ template <class Vector>
         Vector row[wave.vectors];
         load(row, columns + (i - 1) * width);
         wave.template rotate_up<depth>(row, i);
-        save(wave.m_rows[depth - 1], columns + (i + depth - 1) * width);
+        store(wave.m_rows[depth - 1], columns + (i + depth - 1) * width);
         wave.move_up(row);
     }
 #pragma GCC unroll 8
     for (std::size_t k = 0; k < depth; ++k)
-        save(wave.m_rows[k], columns + (pivot + k) * width);
+        store(wave.m_rows[k], columns + (pivot + k) * width);
 }
 
 /// Whether the next sweeps can be carried out in one pass: all are complete, each has its pivot a row below the one

@@ -26,6 +26,21 @@ template <class Vector>
     __builtin_memcpy(to, &v, sizeof v);
 }
 
+/// Neighbouring vectors, one at a time: loading a whole array that was copied in halves would wait for both.
+template <class Vector, std::size_t count>
+[[gnu::always_inline]] inline void load(Vector (&v)[count], const double* from)
+{
+    for (std::size_t i = 0; i < count; ++i)
+        load(v[i], from + i * lanes<Vector>);
+}
+
+template <class Vector, std::size_t count>
+[[gnu::always_inline]] inline void store(const Vector (&v)[count], double* to)
+{
+    for (std::size_t i = 0; i < count; ++i)
+        store(v[i], to + i * lanes<Vector>);
+}
+
 /// As many columns as there are rows in a vector: afterwards x[r] holds row r.
 template <class Vector>
 [[gnu::always_inline]] inline void transpose(Vector (&x)[lanes<Vector>])

@@ -14,6 +14,8 @@ namespace native::tiles {
 
 using side_by_side::Eight;
 using side_by_side::Four;
+using side_by_side::load;
+using side_by_side::store;
 using side_by_side::Two;
 
 template <class Vector>
@@ -68,21 +70,6 @@ struct Columns {
     const double* m_b[tile_cols];
     double* m_c[tile_cols];
 };
-
-/// One vector at a time: GCC 12 copies an array of them in halves, and loading the whole then waits for both.
-template <class Vector>
-[[gnu::always_inline]] inline void load(Vector (&to)[2], const double* from)
-{
-    __builtin_memcpy(&to[0], from, sizeof(Vector));
-    __builtin_memcpy(&to[1], from + width<Vector>, sizeof(Vector));
-}
-
-template <class Vector>
-[[gnu::always_inline]] inline void store(const Vector (&from)[2], double* to)
-{
-    __builtin_memcpy(to, &from[0], sizeof(Vector));
-    __builtin_memcpy(to + width<Vector>, &from[1], sizeof(Vector));
-}
 
 /// The rows of a tile's column; beyond the edge the last one is repeated.
 template <class Vector>
