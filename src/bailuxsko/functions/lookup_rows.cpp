@@ -2,66 +2,47 @@
 #include "bailuxsko/lookup.hpp"
 #include "efiutl/messages.hpp"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
+
 namespace Efi::families {
 
 namespace {
 
 using Evl::calling;
 
-constexpr Evl::Raise match_raises[] = {
-    {msg::must_be_matrix, 2},
-    {msg::illegal_tol, -1},
-    {msg::invalid_modifier, 3},
-    {msg::must_be_vector, 1},
-    {msg::invalid_range, 1},
-    {msg::must_be_of_uniform_units, 1},
-    {msg::must_be_real_vector, 1},
-    {msg::must_be_string_or_scalar, 1},
-    {msg::must_be_scalar, 1},
-    {msg::must_be_real, 1},
-    {msg::must_be_function_of_two_variables, 3},
-    {msg::must_return_integer, 3},
-    {msg::no_matching_values_found, -1},
-    {msg::index_out_of_bounds, -1},
-};
+/// What the search for the target raises behind a function's own refusals; the modifier is argument `modifier`.
+template <std::size_t own_count>
+constexpr auto with_those_of_search(const Evl::Raise (&own)[own_count], int modifier)
+{
+    const Evl::Raise of_search[] = {
+        {msg::illegal_tol, -1},
+        {msg::invalid_modifier, modifier},
+        {msg::must_be_vector, 1},
+        {msg::invalid_range, 1},
+        {msg::must_be_of_uniform_units, 1},
+        {msg::must_be_real_vector, 1},
+        {msg::must_be_string_or_scalar, 1},
+        {msg::must_be_scalar, 1},
+        {msg::must_be_real, 1},
+        {msg::must_be_function_of_two_variables, modifier},
+        {msg::must_return_integer, modifier},
+        {msg::no_matching_values_found, -1},
+        {msg::index_out_of_bounds, -1},
+    };
+    std::array<Evl::Raise, own_count + std::size(of_search)> all{};
+    std::copy(std::begin(of_search), std::end(of_search), std::copy_n(own, own_count, all.begin()));
+    return all;
+}
 
-constexpr Evl::Raise lookup_raises[] = {
-    {msg::must_be_matrix, 2},
-    {msg::must_be_matrix, 3},
-    {msg::array_size_mismatch, 3},
-    {msg::illegal_tol, -1},
-    {msg::invalid_modifier, 4},
-    {msg::must_be_vector, 1},
-    {msg::invalid_range, 1},
-    {msg::must_be_of_uniform_units, 1},
-    {msg::must_be_real_vector, 1},
-    {msg::must_be_string_or_scalar, 1},
-    {msg::must_be_scalar, 1},
-    {msg::must_be_real, 1},
-    {msg::must_be_function_of_two_variables, 4},
-    {msg::must_return_integer, 4},
-    {msg::no_matching_values_found, -1},
-    {msg::index_out_of_bounds, -1},
-};
+constexpr auto match_raises = with_those_of_search({{msg::must_be_matrix, 2}}, 3);
 
-constexpr Evl::Raise one_way_raises[] = {
-    {msg::must_be_matrix, 2},
-    {msg::must_be_integer, 3},
-    {msg::index_out_of_bounds, 3},
-    {msg::illegal_tol, -1},
-    {msg::invalid_modifier, 4},
-    {msg::must_be_vector, 1},
-    {msg::invalid_range, 1},
-    {msg::must_be_of_uniform_units, 1},
-    {msg::must_be_real_vector, 1},
-    {msg::must_be_string_or_scalar, 1},
-    {msg::must_be_scalar, 1},
-    {msg::must_be_real, 1},
-    {msg::must_be_function_of_two_variables, 4},
-    {msg::must_return_integer, 4},
-    {msg::no_matching_values_found, -1},
-    {msg::index_out_of_bounds, -1},
-};
+constexpr auto lookup_raises =
+    with_those_of_search({{msg::must_be_matrix, 2}, {msg::must_be_matrix, 3}, {msg::array_size_mismatch, 3}}, 4);
+
+constexpr auto one_way_raises =
+    with_those_of_search({{msg::must_be_matrix, 2}, {msg::must_be_integer, 3}, {msg::index_out_of_bounds, 3}}, 4);
 
 constexpr Evl::Raise two_way_raises[] = {
     {msg::must_be_matrix, 3},

@@ -19,8 +19,7 @@ void check(int info)
         Evl::Run::AppException::Raise(msg::not_converging, -1,
                                       "the matrix is singular: its column " + std::to_string(info) +
                                           " depends on those before it");
-    if (info != 0)
-        Evl::Run::AppException::Raise(msg::not_converging, -1);
+    require_converged(info);
 }
 
 struct Sizes {
