@@ -13,7 +13,7 @@ namespace native {
     const double b = std::fabs(im);
     const double larger = a > b ? a : b;
     const double smaller = a > b ? b : a;
-    const double quotient = smaller / (larger == 0.0 ? 1.0 : larger);
+    const double quotient = smaller / (larger + static_cast<double>(larger == 0.0)); // zero over one, not over zero
     return larger * std::sqrt(1.0 + quotient * quotient);
 }
 
