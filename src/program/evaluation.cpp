@@ -8,12 +8,14 @@
 #include "worksheet/json.hpp"
 #include "worksheet/session.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 
 namespace program {
@@ -96,20 +98,42 @@ std::string folder_of(const std::string& file)
     return folder.empty() ? "." : folder;
 }
 
+/// The statements of a source that is a part of another one, with so many lines before it.
+void evaluate_part(worksheet::Session& session, std::string_view part, std::size_t lines_before, Reporter& reporter)
+{
+    session.evaluate(part, [&](StatementResult result) {
+        result.line += lines_before;
+        reporter.report(result);
+    });
+}
+
+bool evaluate_standard_input(worksheet::Session& session, Reporter& reporter, std::string& failure)
+{
+    std::size_t lines_before = 0;
+    return read_standard_input(
+        [&](std::string_view piece) {
+            evaluate_part(session, piece, lines_before, reporter);
+            lines_before += static_cast<std::size_t>(std::count(piece.begin(), piece.end(), '\n'));
+        },
+        failure);
+}
+
 /// The statements of a file or of standard input. False when it cannot be read.
 bool evaluate_source(const CommandLine& line, const std::string& file, Reporter& reporter)
 {
-    std::string failure;
-    const std::optional<std::string> source = read_source(file, failure);
-    if (!source) {
-        write_error("bailuxsko: cannot read " + reporter.source_name() + ": " + failure + "\n");
-        return false;
-    }
     worksheet::SheetSettings settings = line.settings;
     settings.folder = folder_of(file);
     worksheet::Session session(settings);
-    session.evaluate(*source, [&](const StatementResult& result) { reporter.report(result); });
-    return true;
+    std::string failure;
+    if (file == "-") {
+        if (evaluate_standard_input(session, reporter, failure))
+            return true;
+    } else if (const std::optional<std::string> source = read_source(file, failure)) {
+        session.evaluate(*source, [&](const StatementResult& result) { reporter.report(result); });
+        return true;
+    }
+    write_error("bailuxsko: cannot read " + reporter.source_name() + ": " + failure + "\n");
+    return false;
 }
 
 /// Each argument by itself, as if it stood on a line of its own: an open bracket does not swallow the next one.
@@ -117,13 +141,8 @@ void evaluate_arguments(const CommandLine& line, Reporter& reporter)
 {
     worksheet::Session session(line.settings);
     std::size_t lines_before = 0;
-    for (const std::string& statement : line.statements) {
-        session.evaluate(statement, [&](StatementResult result) {
-            result.line += lines_before;
-            reporter.report(result);
-        });
-        ++lines_before;
-    }
+    for (const std::string& statement : line.statements)
+        evaluate_part(session, statement, lines_before++, reporter);
 }
 
 void evaluate_prompt(const CommandLine& line, Reporter& reporter)

@@ -1,5 +1,7 @@
 #include "program/source.hpp"
 
+#include "worksheet/session.hpp"
+
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -62,6 +64,32 @@ std::optional<std::string> read_source(const std::string& file, std::string& fai
     }
     failure = std::strerror(errno);
     return std::nullopt;
+}
+
+bool read_standard_input(const std::function<void(std::string_view)>& piece, std::string& failure)
+{
+    std::string text; // what has come and is not handed over yet
+    std::string bytes(chunk, '\0');
+    for (;;) {
+        const ssize_t count = ::read(STDIN_FILENO, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0) {
+            failure = std::strerror(errno);
+            return false;
+        }
+        if (count == 0) {
+            if (!text.empty())
+                piece(text);
+            return true;
+        }
+        text.append(bytes, 0, static_cast<std::size_t>(count));
+        const std::string_view lines = std::string_view(text).substr(0, text.rfind('\n') + 1);
+        if (lines.empty() || worksheet::is_unfinished(lines))
+            continue;
+        piece(lines);
+        text.erase(0, lines.size());
+    }
 }
 
 } // namespace program

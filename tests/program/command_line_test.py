@@ -133,6 +133,22 @@ class Json(unittest.TestCase):
         self.assertEqual(lines[2], b"1")  # between the lines of its neighbours
         self.assertEqual(lines[4], b'{"kind":"number","re":2.0,"im":0.0,"unit":""}')
 
+    def test_a_pipe_gets_each_answer_before_the_next_question(self):
+        for words in (["eval", "--json"], ["run", "--json", "-"]):
+            with subprocess.Popen([PROGRAM, *words], stdin=subprocess.PIPE, stdout=subprocess.PIPE, bufsize=0,
+                                  env=ENVIRONMENT) as program:
+                def ask(question):
+                    program.stdin.write(question)
+                    return program.stdout.readline()
+                self.assertEqual(ask(b"a := 1\n"), b'{"kind":"definition","name":"a"}\n')
+                self.assertEqual(ask(b"# a comment\r\na + 1\r\n"), b'{"kind":"number","re":2.0,"im":0.0,"unit":""}\n')
+                program.stdin.write(b"[a,\n 2; 3")  # an open bracket goes on
+                self.assertIn(b'"data":[[1.0,2.0],[3.0,4.0]]', ask(b",\n4]\n"))
+                self.assertIn(b'"line":7,"column":1', ask(b"nobody\n"))
+                program.stdin.write(b"a + 2")  # without a line end, at the end
+                program.stdin.close()
+                self.assertEqual(program.stdout.read(), b'{"kind":"number","re":3.0,"im":0.0,"unit":""}\n')
+
 
 class Output(unittest.TestCase):
     def test_results_and_errors_keep_their_order(self):
