@@ -248,6 +248,25 @@ TEST(Comeval, SizesThatNoMemoryHoldsAreOutOfMemory)
     EXPECT_EQ(result, nullptr);
 }
 
+// Whole multiples of the smallest number lose what a scaling halves: it must not seem a gain again and again.
+TEST(Comeval, WhatIsTooSmallToBeHalvedEnds)
+{
+    constexpr double smallest = std::numeric_limits<double>::denorm_min();
+    for (const Matrix& A : {Matrix{{3 * smallest, -2 * smallest}, {smallest, 0}},
+                            Matrix{{-3 * smallest, -smallest}, {-2 * smallest, 7 * smallest}}})
+        EXPECT_EQ(raised_by([&] { eigenvalues(A); }).message, "too many iterations");
+    std::mt19937_64 random(7);
+    for (int repeat = 0; repeat < 2000; ++repeat) {
+        const auto n = static_cast<std::uint32_t>(2 + random() % 5);
+        Matrix A(n, n);
+        for (std::uint32_t j = 0; j < n; ++j)
+            for (std::uint32_t i = 0; i < n; ++i)
+                A.re(i, j) = smallest * (static_cast<double>(random() % 60) - 20.0);
+        const Raised raised = raised_by([&] { eigenvalues(A); });
+        EXPECT_TRUE(raised.message.empty() || raised.message == "too many iterations") << raised.message;
+    }
+}
+
 TEST(Comeval, WhatIsNotFiniteEnds)
 {
     std::mt19937_64 random(5);

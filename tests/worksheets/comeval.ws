@@ -72,6 +72,12 @@ comeval([1, 2; 3, 4] * 1e-170)
 comeval([1, 2; 3, 4] * 1e-140)
 #~ 1e-14 complex([5 - sqrt(33); 5 + sqrt(33)] * 5e-141)
 
+# Nor with the smallest numbers, and balancing does not go on for ever with what cannot be halved.
+comeval([1e-323, 5e-324; 5e-324, 1.5e-323])
+#! "too many iterations" -1
+comeval([1.5e-323, -1e-323; 5e-324, 0])
+#! "too many iterations" -1
+
 # What is not finite ends in an error, unless it stands on the diagonal and needs no step. A message wins over the fault.
 comeval([1, NaN; 1, 1])
 #! "too many iterations" -1

@@ -1,6 +1,6 @@
 // Balancing of a general matrix (Parlett and Reinsch, Handbook for Automatic Computation II, contribution II/11), for
 // complex ones with |re| + |im| in place of the modulus.
-// Ours: the radix is 2; nothing that is not finite can keep a loop going.
+// Ours: the radix is 2; neither what is not finite nor what is too small to be halved can keep a loop going.
 #include "bailuxsko/kernels/balance.hpp"
 
 #include "efiutl/columns.hpp"
@@ -95,7 +95,8 @@ bool isolate_column(aMatrix* A, BalancedBlock& B, double* record)
 }
 
 /// The power of 2 that brings column and row of these sizes nearest to each other; 1 where that gains too little, and
-/// for infinite sizes, which nothing brings anywhere.
+/// for infinite sizes, which nothing brings anywhere. The gain is that of the sizes themselves: the square of a power
+/// takes the smallest numbers to zero, and two rows and columns that both seem to gain would be scaled for ever.
 double scaling(double column, double row)
 {
     if (std::isinf(column) || std::isinf(row))
@@ -103,14 +104,15 @@ double scaling(double column, double row)
     const double before = column + row;
     const double least = row / radix;
     const double bound = row * radix;
+    double nearer = column;
     double f = 1.0;
     if (column < least)
-        for (; column < least; column *= radix_squared)
+        for (; nearer < least; nearer *= radix_squared)
             f *= radix;
     else
-        for (; column >= bound; column /= radix_squared)
+        for (; nearer >= bound; nearer /= radix_squared)
             f /= radix;
-    return (column + row) / f < worthwhile * before ? f : 1.0;
+    return column * f + row / f < worthwhile * before ? f : 1.0;
 }
 
 /// Scales row i by 1/f and column i by f.

@@ -153,6 +153,7 @@ bool Run::balance_once(std::vector<double>& scale) const
         if (c == 0.0 || r == 0.0)
             continue;
         const double s = c + r;
+        const double c0 = c;
         double f = 1.0;
         if (std::isinf(c) || std::isinf(r))
             continue;
@@ -162,7 +163,7 @@ bool Run::balance_once(std::vector<double>& scale) const
         else
             for (const double g = r * 2.0; c >= g; c *= 0.25)
                 f *= 0.5;
-        if (!((c + r) / f < 0.95 * s))
+        if (!(c0 * f + r / f < 0.95 * s))
             continue;
         const double g = 1.0 / f;
         scale[i] *= f;
