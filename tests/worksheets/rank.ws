@@ -41,6 +41,8 @@ rank([1e200, 0; 0, 1e190])
 #= 2
 rank([1e-150, 2e-150; 3e-150, 4e-150])
 #= 2
+rank([1e-310, 2e-310; 3e-310, 4e-310])
+#= 2
 
 # One unit or none; the rank has none.
 rank([1, 2; 2, 4] * kN)

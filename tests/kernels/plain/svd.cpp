@@ -170,8 +170,7 @@ double length(double a, double b)
 double brought_up(Doubles& w, Doubles& e, double& negligible)
 {
     double power = 1.0;
-    while (negligible != 0.0 && std::isless(negligible, 0x1p-452)) {
-        power *= 0x1p500;
+    while (std::isless(negligible, 0x1p-452)) {
         double x = 0.0;
         for (std::size_t k = 0; k < w.size(); ++k) {
             w[k] *= 0x1p500;
@@ -179,6 +178,9 @@ double brought_up(Doubles& w, Doubles& e, double& negligible)
             if (std::isgreater(fabs(w[k]) + fabs(e[k]), x))
                 x = fabs(w[k]) + fabs(e[k]);
         }
+        if (x == 0.0)
+            break;
+        power *= 0x1p500;
         negligible = 2.220446049250313e-16 * x;
     }
     return power;
