@@ -137,8 +137,8 @@ inline double scale_up(Bidiagonal& B)
     constexpr double small = 0x1p-400;
     constexpr double step = 0x1p500;
     double power = 1.0;
-    // A tolerance that is NaN is left as it is; it is not compared, which would be a fault of its own. One of zero may be
-    // too small for a number: only where nothing but zeros is found it stays.
+    // A tolerance that is NaN is left as it is; it is not compared, which would be a fault of its own. One of zero may
+    // be too small for a number: only where nothing but zeros is found it stays.
     while (std::isless(B.m_negligible, eps * small)) {
         double largest = 0.0;
         for (std::size_t k = 0; k < B.m_n; ++k) {
