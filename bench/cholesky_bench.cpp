@@ -12,21 +12,9 @@ extern "C" void dpotrf_(const char* uplo, const int* n, double* A, const int* ld
 
 namespace {
 
-/// Symmetric and positive definite, well conditioned.
-bench::Numbers definite(std::size_t n)
-{
-    bench::Numbers A = bench::random_numbers(n * n, n);
-    for (std::size_t j = 0; j < n; ++j) {
-        A[j + j * n] = static_cast<double>(n);
-        for (std::size_t i = 0; i < j; ++i)
-            A[j + i * n] = A[i + j * n];
-    }
-    return A;
-}
-
 void cholesky(std::size_t n)
 {
-    const bench::Numbers A = definite(n);
+    const bench::Numbers A = bench::positive_definite(n, n);
     const Qud::Handle a = bench::host_matrix(n, n, A);
     bench::Numbers L(A.size());
     const int size = static_cast<int>(n);

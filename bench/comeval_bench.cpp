@@ -42,8 +42,7 @@ void compare(const char* name, std::size_t n, bool is_complex, double at_most)
     const bench::Numbers im = is_complex ? bench::random_numbers(n * n, n + 1) : bench::Numbers();
     const Qud::Handle a = bench::host_matrix(n, n, re, im);
     std::vector<Complex> A(n * n);
-    for (std::size_t i = 0; i < n * n; ++i)
-        A[i] = {re[i], is_complex ? im[i] : 0.0};
+    bench::interleave(re, im, A);
     std::vector<Complex> copy(n * n);
     std::vector<Complex> w(n);
     std::vector<Complex> work(n * 66);

@@ -13,20 +13,16 @@
 
 namespace {
 
+using bench::Complexes;
+using bench::factor;
 using bench::Numbers;
 using Qud::Handle;
 using Complex = lapack::MKL_Complex16;
-using Complexes = std::vector<Complex>;
 namespace fortran = lapack::fortran;
 namespace IntelMKL = Efi::IntelMKL;
 
 constexpr double at_most = 1.05;
 constexpr double tolerance = 1e-8;
-
-Handle factor(const Handle& column, std::size_t k)
-{
-    return *Qud::matrix_of(column)->entry(k, 0);
-}
 
 /// Real and imaginary parts of a factor.
 struct Parts {
@@ -36,11 +32,7 @@ struct Parts {
         re[k] = z.real();
         im[k] = z.imag();
     }
-    void take_all(const Complexes& z)
-    {
-        for (std::size_t k = 0; k < z.size(); ++k)
-            take(k, z[k]);
-    }
+    void take_all(const Complexes& z) { bench::part(z, re, im); }
     Numbers re;
     Numbers im;
 };
@@ -54,11 +46,7 @@ struct Problem {
     {
     }
 
-    void copy_in()
-    {
-        for (std::size_t k = 0; k < re.size(); ++k)
-            a[k] = {re[k], im[k]};
-    }
+    void copy_in() { bench::interleave(re, im, a); }
 
     void form_upper()
     {
@@ -221,16 +209,11 @@ void cholesky(Problem& p)
 Problem definite(int n)
 {
     const auto size = static_cast<std::size_t>(n);
-    Numbers re = bench::random_numbers(size * size, 2);
+    Numbers re = bench::positive_definite(size, 2);
     Numbers im = bench::random_numbers(size * size, 3);
-    for (std::size_t j = 0; j < size; ++j) {
-        for (std::size_t i = 0; i < j; ++i) {
-            re[i * size + j] = re[j * size + i];
-            im[i * size + j] = -im[j * size + i];
-        }
-        re[j * size + j] += static_cast<double>(2 * size + j);
+    bench::mirror(im, size, -1.0);
+    for (std::size_t j = 0; j < size; ++j)
         im[j * size + j] = 0.0;
-    }
     return {n, std::move(re), std::move(im)};
 }
 

@@ -18,7 +18,7 @@
 namespace {
 
 using Complex = lapack::MKL_Complex16;
-using Complexes = std::vector<Complex>;
+using bench::Complexes;
 using bench::Numbers;
 
 namespace fortran = lapack::fortran;
@@ -36,11 +36,7 @@ struct Input {
         : re(std::move(real)), im(std::move(imaginary)), host(bench::host_matrix(n, n, re, im))
     {
     }
-    void interleave(Complexes& z) const
-    {
-        for (std::size_t k = 0; k < re.size(); ++k)
-            z[k] = {re[k], im.empty() ? 0.0 : im[k]};
-    }
+    void interleave(Complexes& z) const { bench::interleave(re, im, z); }
 
     Numbers re;
     Numbers im;
@@ -57,18 +53,10 @@ Input complex_general(std::size_t n, std::uint64_t seed)
     return {n, bench::random_numbers(n * n, seed), bench::random_numbers(n * n, seed + 1)};
 }
 
-/// The upper triangle of A below its diagonal too, times `sign`.
-void mirror(Numbers& A, std::size_t n, double sign)
-{
-    for (std::size_t j = 0; j < n; ++j)
-        for (std::size_t i = 0; i < j; ++i)
-            A[i * n + j] = sign * A[j * n + i];
-}
-
 Input symmetric(std::size_t n)
 {
     Numbers A = bench::random_numbers(n * n, 1);
-    mirror(A, n, 1.0);
+    bench::mirror(A, n);
     return {n, std::move(A)};
 }
 
@@ -76,8 +64,8 @@ Input hermitian(std::size_t n)
 {
     Numbers re = bench::random_numbers(n * n, 1);
     Numbers im = bench::random_numbers(n * n, 2);
-    mirror(re, n, 1.0);
-    mirror(im, n, -1.0);
+    bench::mirror(re, n);
+    bench::mirror(im, n, -1.0);
     for (std::size_t i = 0; i < n; ++i)
         im[i * (n + 1)] = 0.0;
     return {n, std::move(re), std::move(im)};

@@ -15,6 +15,7 @@
 
 namespace {
 
+using bench::factor;
 using bench::Numbers;
 using Qud::Handle;
 namespace fortran = lapack::fortran;
@@ -22,11 +23,6 @@ namespace IntelMKL = Efi::IntelMKL;
 
 constexpr double at_most = 1.05;
 constexpr double tolerance = 1e-8;
-
-Handle factor(const Handle& column, std::size_t k)
-{
-    return *Qud::matrix_of(column)->entry(k, 0);
-}
 
 /// A matrix of n by n, the peer's buffers, and what the peer makes of them.
 struct Problem {
@@ -191,18 +187,6 @@ void cholesky(Problem& p)
         [](const Handle& ours, const Numbers& peer) { return bench::agree_within(tolerance, factor(ours, 1), peer); });
 }
 
-/// Symmetric, with a diagonal that makes it positive definite and its pivots distinct.
-Numbers definite(std::size_t n)
-{
-    Numbers A = bench::random_numbers(n * n, 2);
-    for (std::size_t j = 0; j < n; ++j) {
-        for (std::size_t i = 0; i < j; ++i)
-            A[i * n + j] = A[j * n + i];
-        A[j * n + j] += static_cast<double>(2 * n + j);
-    }
-    return A;
-}
-
 } // namespace
 
 int main()
@@ -218,7 +202,7 @@ int main()
             svd(general);
             lu(general);
             qr(general);
-            Problem symmetric(n, definite(size));
+            Problem symmetric(n, bench::positive_definite(size, 2));
             cholesky(symmetric);
         }
 }

@@ -27,23 +27,11 @@ double at_most(std::size_t n)
 }
 
 using Complex = lapack::MKL_Complex16;
+using bench::Complexes;
+using bench::interleave;
 using bench::Numbers;
+using bench::part;
 using bench::random_numbers;
-using Complexes = std::vector<Complex>;
-
-void interleave(const Numbers& re, const Numbers& im, Complexes& z)
-{
-    for (std::size_t k = 0; k < re.size(); ++k)
-        z[k] = {re[k], im[k]};
-}
-
-void part(const Complexes& z, Numbers& re, Numbers& im)
-{
-    for (std::size_t k = 0; k < re.size(); ++k) {
-        re[k] = z[k].real();
-        im[k] = z[k].imag();
-    }
-}
 
 /// Whether both differ by rounding only; the peer's columns are ld apart.
 bool agree(const Qud::Handle& ours, const Numbers& peer, std::size_t ld)
@@ -172,9 +160,7 @@ void symmetric_inverse(int n)
 {
     const auto order = static_cast<std::size_t>(n);
     Numbers A = random_numbers(order * order, 1);
-    for (std::size_t j = 0; j < order; ++j)
-        for (std::size_t i = 0; i < j; ++i)
-            A[i * order + j] = A[j * order + i];
+    bench::mirror(A, order);
     const Qud::Handle a = bench::host_matrix(order, order, A);
     const int lwork = 64 * n;
     Numbers Y(A.size());
@@ -192,9 +178,7 @@ void symmetric_inverse(int n)
             int info = 0;
             lapack::fortran::dsytrf_("U", &n, Y.data(), &n, ipiv.data(), work.data(), &lwork, &info, 1);
             lapack::fortran::dsytri_("U", &n, Y.data(), &n, ipiv.data(), work.data(), &info, 1);
-            for (std::size_t j = 0; j < order; ++j)
-                for (std::size_t i = 0; i < j; ++i)
-                    Y[i * order + j] = Y[j * order + i];
+            bench::mirror(Y, order);
             return Y;
         },
         [&](const Qud::Handle& ours, const Numbers& peer) { return agree(ours, peer, order); });

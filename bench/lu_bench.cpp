@@ -113,8 +113,7 @@ void compare_complex(std::size_t n, double at_most)
     const Numbers im = bench::random_numbers(n * n, n + 1);
     const Qud::Handle a = bench::host_matrix(n, n, re, im);
     std::vector<Complex> A(n * n);
-    for (std::size_t i = 0; i < A.size(); ++i)
-        A[i] = {re[i], im[i]};
+    bench::interleave(re, im, A);
     Peer<Complex> peer(n, A);
     bench::compare(
         {.name = "lu, complex", .n = n, .peer = "zgetrf, P, L and U formed", .at_most = at_most},

@@ -68,14 +68,11 @@ inline constexpr MatrixOperation matrix_operations[] = {
 /// A square matrix of order n, far from singular ones; symmetric and positive definite on demand.
 inline Numbers matrix_for(const MatrixOperation& operation, std::size_t n)
 {
+    if (operation.positive)
+        return positive_definite(n, n);
     Numbers A = random_numbers(n * n, n);
-    const auto order = static_cast<double>(n);
-    for (std::size_t j = 0; j < n; ++j) {
-        if (operation.positive)
-            for (std::size_t i = 0; i < j; ++i)
-                A[j + i * n] = A[i + j * n];
-        A[j + j * n] += operation.positive ? order : 2.0 * std::sqrt(order);
-    }
+    for (std::size_t j = 0; j < n; ++j)
+        A[j + j * n] += 2.0 * std::sqrt(static_cast<double>(n));
     return A;
 }
 
