@@ -1,5 +1,6 @@
-// rank, svd and geninv on host values, beside dgesvd without vectors, with vectors, and NumPy's pinv.
+// rank, norm2, cond2, svd and geninv on host values, beside dgesvd without vectors, with vectors, and NumPy's pinv.
 #include "bailuxsko/lapack/provider.hpp"
+#include "bailuxsko/norms.hpp"
 #include "bailuxsko/svd.hpp"
 #include "bench/compare.hpp"
 #include "bench/inputs.hpp"
@@ -72,6 +73,21 @@ void rank(std::size_t n)
         });
 }
 
+/// A function of the singular values: ours as a call, the peer's from what dgesvd leaves.
+template <class OfValues>
+void of_values(const char* name, std::size_t n, Qud::Handle (*ours)(const Qud::Handle&), OfValues of_values)
+{
+    const Numbers A = bench::random_numbers(n * n, 1);
+    const Qud::Handle a = bench::host_matrix(n, n, A);
+    Peer peer(A, n, 'N');
+    bench::compare(
+        {.name = name, .n = n, .peer = "dgesvd without vectors", .at_most = 1.7}, [&] { return ours(a); },
+        [&] { return of_values(peer()); },
+        [](const Qud::Handle& x, double y) {
+            return std::fabs(static_cast<const Qud::NumVal&>(*x).re() - y) <= 1e-8 * y;
+        });
+}
+
 /// Whether U * diag(s) * V' is A.
 bool reproduces(const Qud::Handle& UV, const Numbers& s, const Numbers& A)
 {
@@ -118,6 +134,10 @@ int main()
     bench::header("svd");
     for (const std::size_t n : {50U, 100U, 200U, 500U, 1000U})
         rank(n);
+    for (const std::size_t n : {200U, 500U}) {
+        of_values("norm2", n, Efi::Matrix::norm2, [](const Numbers& s) { return s.front(); });
+        of_values("cond2", n, Efi::Matrix::cond2, [](const Numbers& s) { return s.front() / s.back(); });
+    }
     for (const std::size_t n : {50U, 100U, 200U, 500U})
         svd(n);
     for (const std::size_t n : {50U, 200U, 300U})

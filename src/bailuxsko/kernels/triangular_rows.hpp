@@ -18,6 +18,41 @@ enum class Triangle {
     upper       ///< terms in descending k, then the division by the diagonal
 };
 
+/// The coefficients of the rows that are solved, a row behind the other.
+using Coefficients = double[most_rows][most_rows];
+
+/// Some sides, as many as `vectors` of them hold at most.
+template <Triangle triangle, class Vector, std::size_t vectors, class Side>
+[[gnu::always_inline]] inline void solve_sides(const Coefficients& t, std::size_t count, std::size_t first,
+                                               std::size_t real, Side side)
+{
+    constexpr bool upper = triangle == Triangle::upper;
+    constexpr std::size_t w = side_by_side::lanes<Vector>;
+    double* from[vectors * w];
+    for (std::size_t j = 0; j < vectors * w; ++j)
+        from[j] = side(first + std::min(j, real - 1));
+    Vector rows[most_rows][vectors];
+    for (std::size_t i = 0; i < count; ++i)
+        for (std::size_t j = 0; j < vectors * w; ++j)
+            rows[i][j / w][j % w] = from[j][i];
+    for (std::size_t step = 0; step < count; ++step) {
+        const std::size_t i = upper ? count - 1 - step : step;
+        Vector row[vectors];
+        for (std::size_t v = 0; v < vectors; ++v)
+            row[v] = rows[i][v];
+        for (std::size_t before = 0; before < step; ++before) {
+            const std::size_t k = upper ? count - 1 - before : before;
+            for (std::size_t v = 0; v < vectors; ++v)
+                row[v] -= rows[k][v] * t[i][k];
+        }
+        for (std::size_t v = 0; v < vectors; ++v)
+            rows[i][v] = upper ? row[v] / t[i][i] : row[v];
+    }
+    for (std::size_t j = 0; j < real; ++j)
+        for (std::size_t i = 0; i < count; ++i)
+            from[j][i] = rows[i][j / w][j % w];
+}
+
 /// Solves `count` rows, at most most_rows, in place.
 /// @param T     the triangle's first element, columns ld apart
 /// @param side  side(j) points to the first of the rows in right-hand side j
@@ -27,37 +62,15 @@ template <Triangle triangle, class Vector, class Side>
 {
     constexpr bool upper = triangle == Triangle::upper;
     constexpr std::size_t w = side_by_side::lanes<Vector>;
-    constexpr std::size_t vectors = sides_at_once / w;
-    double t[most_rows][most_rows];
+    Coefficients t;
     for (std::size_t k = 0; k < count; ++k)
         for (std::size_t i = upper ? 0 : k + 1; i < (upper ? k + 1 : count); ++i)
             t[i][k] = T[i + k * ld];
-    for (std::size_t first = 0; first < sides; first += sides_at_once) {
-        const std::size_t real = std::min(sides_at_once, sides - first);
-        double* from[sides_at_once];
-        for (std::size_t j = 0; j < sides_at_once; ++j)
-            from[j] = side(first + std::min(j, real - 1));
-        Vector rows[most_rows][vectors];
-        for (std::size_t i = 0; i < count; ++i)
-            for (std::size_t j = 0; j < sides_at_once; ++j)
-                rows[i][j / w][j % w] = from[j][i];
-        for (std::size_t step = 0; step < count; ++step) {
-            const std::size_t i = upper ? count - 1 - step : step;
-            Vector row[vectors];
-            for (std::size_t v = 0; v < vectors; ++v)
-                row[v] = rows[i][v];
-            for (std::size_t before = 0; before < step; ++before) {
-                const std::size_t k = upper ? count - 1 - before : before;
-                for (std::size_t v = 0; v < vectors; ++v)
-                    row[v] -= rows[k][v] * t[i][k];
-            }
-            for (std::size_t v = 0; v < vectors; ++v)
-                rows[i][v] = upper ? row[v] / t[i][i] : row[v];
-        }
-        for (std::size_t j = 0; j < real; ++j)
-            for (std::size_t i = 0; i < count; ++i)
-                from[j][i] = rows[i][j / w][j % w];
-    }
+    std::size_t first = 0;
+    for (; first + w < sides; first += sides_at_once)
+        solve_sides<triangle, Vector, sides_at_once / w>(t, count, first, std::min(sides_at_once, sides - first), side);
+    if (first < sides) // few enough for one vector
+        solve_sides<triangle, Vector, 1>(t, count, first, sides - first, side);
 }
 
 } // namespace native::triangular
