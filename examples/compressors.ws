@@ -37,7 +37,7 @@ r
 x := lsolve(submatrix(R, 0, r - 1, 0, r - 1), submatrix(Q' * power, 0, r - 1, 0, 0))
 c := P * stack(x, 0)
 
-"Idle power"
+"The constant: far from all that was logged, so no idle power"
 c[0] * kW -> kW
 "Power for each flow"
 c[4] * kW / (ft^3/minute) -> kW / (m^3/minute)

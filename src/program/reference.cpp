@@ -126,7 +126,10 @@ std::string call_form(const Evl::FunctionRow& row)
 
 std::string raise_text(const Evl::Raise& raise)
 {
-    return std::string(raise.message).append(" (").append(index_text(raise.index)).append(")");
+    std::string text(raise.message);
+    if (text.ends_with(' ')) // what follows is known at the call only
+        text += "NAME";
+    return text.append(" (").append(index_text(raise.index)).append(")");
 }
 
 std::string_view handed_over(const Evl::FunctionRow& row)

@@ -105,6 +105,25 @@ TEST(Session, TellsPeopleWhatWasFound)
     EXPECT_EQ(error("[1, 2] + [1; 2]").found, "left is 1 by 2; right is 2 by 1");
     EXPECT_EQ(error("[1, 2; 3, 4][0]").found, "it is 2 by 2");
     EXPECT_EQ(error("3 m -> s").found, "the value is 3, in m");
+    EXPECT_EQ(error("identity(3 * 1.1)").found, "argument 1 of identity is 3.3000000000000003");
+    EXPECT_EQ(error("identity(inf)").found, "argument 1 of identity is inf");
+    EXPECT_EQ(error("identity(NaN * m)").found, "argument 1 of identity is NaN, in m");
+}
+
+TEST(Session, TellsPeopleHowManyArgumentsThereAre)
+{
+    Session session;
+    const auto found = [&](std::string_view source) { return result_of(session, source).error.found; };
+    EXPECT_EQ(found("tr()"), "tr takes 1 argument, not 0");
+    EXPECT_EQ(found("mult(1)"), "mult takes 2 arguments, not 1");
+    EXPECT_EQ(found("QR([1], 0, 1)"), "QR takes 1 or 2 arguments, not 3");
+    EXPECT_EQ(found("DMS(1, 2, 3, 4)"), "DMS takes 1 to 3 arguments, not 4");
+    EXPECT_EQ(found("max()"), "max takes at least 1 argument, not 0");
+    EXPECT_EQ(found("if(1)"), "if takes 3 arguments, not 1");
+    result_of(session, "f(p, q) := p");
+    EXPECT_EQ(found("f(1)"), "f takes 2 arguments, not 1");
+    result_of(session, "g := tr");
+    EXPECT_EQ(found("g(1, 2)"), "tr takes 1 argument, not 2");
 }
 
 TEST(Session, SuggestsNamesThatAreNear)

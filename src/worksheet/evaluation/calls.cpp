@@ -4,7 +4,10 @@
 #include "worksheet/evaluation/evaluator.hpp"
 #include "worksheet/functions.hpp"
 
+#include <fmt/format.h>
+
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace worksheet {
@@ -35,6 +38,24 @@ std::string called_text(const Frame& frame, const Node& callee, const Qud::Handl
 bool takes(const Evl::FunctionRow& row, std::size_t count)
 {
     return row.least <= count && count <= row.most;
+}
+
+/// "QR takes 1 or 2 arguments, not 3"
+std::string count_words(std::string_view name, std::size_t least, std::size_t most, std::size_t count)
+{
+    const auto arguments = [](std::size_t n) { return n == 1 ? "argument" : "arguments"; };
+    if (most == Qud::FunVal::any_count)
+        return fmt::format("{} takes at least {} {}, not {}", name, least, arguments(least), count);
+    if (least == most)
+        return fmt::format("{} takes {} {}, not {}", name, least, arguments(least), count);
+    const char* const between = most == least + 1 ? "or" : "to";
+    return fmt::format("{} takes {} {} {} arguments, not {}", name, least, between, most, count);
+}
+
+[[noreturn]] void refuse_count(const Frame& frame, const Node& node, const Evl::FunctionRow& row, std::size_t count)
+{
+    raise_at(frame, node.start, msg::wrong_number_of_arguments, std::string(row.name),
+             count_words(row.name, row.least, row.most, count));
 }
 
 } // namespace
@@ -70,7 +91,7 @@ Qud::Handle Evaluator::call_row(const Frame& frame, const Node& node, const Evl:
 {
     const std::span<const NodeIndex> children = frame.tree.children_of(node).subspan(1);
     if (!takes(row, children.size()))
-        raise_at(frame, node.start, msg::wrong_number_of_arguments, std::string(row.name));
+        refuse_count(frame, node, row, children.size());
     Operands operands(children.size());
     for (std::size_t k = 0; k < children.size(); ++k)
         operands[k] = evaluate(frame, children[k]);
@@ -91,7 +112,7 @@ Qud::Handle Evaluator::evaluate_choice(const Frame& frame, const Node& node, con
 {
     const std::span<const NodeIndex> children = frame.tree.children_of(node).subspan(1);
     if (!takes(row, children.size()))
-        raise_at(frame, node.start, msg::wrong_number_of_arguments, std::string(row.name));
+        refuse_count(frame, node, row, children.size());
     bool chosen = false;
     {
         const Qud::Handle condition = evaluate(frame, children[0]);
@@ -118,7 +139,8 @@ Qud::Handle Evaluator::call_function(const Frame& frame, const Node& node, const
     const std::span<const NodeIndex> children = frame.tree.children_of(node).subspan(1);
     const bool is_row = is_worksheet_function(function);
     if (!function.takes(children.size()))
-        raise_at(frame, node.start, msg::wrong_number_of_arguments, is_row ? function.name() : std::string());
+        raise_at(frame, node.start, msg::wrong_number_of_arguments, is_row ? function.name() : std::string(),
+                 count_words(function.name(), function.least(), function.most(), children.size()));
     Operands operands(children.size());
     for (std::size_t k = 0; k < children.size(); ++k)
         operands[k] = evaluate(frame, children[k]);

@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include <cmath>
 #include <new>
 #include <stdexcept>
 
@@ -21,9 +22,14 @@ std::string unit_words(const Qud::Dim* unit)
 
 std::string number_words(const Qud::NumVal& number)
 {
-    const char* const kind = number.is_real() ? "a number" : "a complex number";
-    return number.get_IsInt() ? fmt::format("{:.15g}{}", number.re(), unit_words(&number.m_dim))
-                              : kind + unit_words(&number.m_dim);
+    const std::string unit = unit_words(&number.m_dim);
+    if (!number.is_real())
+        return "a complex number" + unit;
+    if (std::isnan(number.re()))
+        return "NaN" + unit;
+    if (number.get_IsInt())
+        return fmt::format("{:.15g}{}", number.re(), unit);
+    return fmt::format("{}{}", number.re(), unit); // with all digits: what is almost whole is seen not to be
 }
 
 std::string matrix_words(const Qud::MatVal& M)
@@ -98,9 +104,10 @@ void rethrow_at(const Site& site)
     }
 }
 
-void raise_at(const Frame& frame, std::uint32_t offset, std::string message, std::string function)
+void raise_at(const Frame& frame, std::uint32_t offset, std::string message, std::string function, std::string found)
 {
     LocatedError error(std::move(message), -1, std::move(function));
+    error.say_found(std::move(found));
     if (!frame.is_body)
         error.place(offset);
     throw error;

@@ -108,8 +108,9 @@ private:
 /// was found there. What is placed already stays so.
 [[noreturn]] void rethrow_at(const Site& site);
 
-/// Raises an error of the evaluator's own at a place.
-[[noreturn]] void raise_at(const Frame& frame, std::uint32_t offset, std::string message, std::string function = {});
+/// Raises an error of the evaluator's own at a place; `found` is for people.
+[[noreturn]] void raise_at(const Frame& frame, std::uint32_t offset, std::string message, std::string function = {},
+                           std::string found = {});
 
 /// What a value is, in words: "2 by 3, complex, in m", "a text", "the function f".
 std::string description(const Qud::Handle& value);
