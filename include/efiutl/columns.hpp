@@ -52,6 +52,14 @@ inline const double* column_i(const aMatrix* A, std::size_t j) noexcept
     return A->m_iv + j * A->m_anr;
 }
 
+/// A copy of record and elements in the arena, to be overwritten. @throws "out of memory" (-1)
+inline aMatrix* copy_of(EfiCallContext* ctx, const aMatrix* A)
+{
+    Anyval* copy = nullptr;
+    ctx->m_arena->cp(reinterpret_cast<const Anyval*>(A), &copy, true, false);
+    return &copy->m_matrix;
+}
+
 /// Gives a real record an imaginary array of zeros in the layout of its real one; a complex record keeps its own.
 /// @throws "out of memory" (-1)
 inline void make_complex(EfiCallContext* ctx, aMatrix* A)

@@ -1,6 +1,7 @@
 #include "bailuxsko/comeval.hpp"
 #include "bailuxsko/frame/call.hpp"
 #include "bailuxsko/kernels/comeval.hpp"
+#include "efiutl/columns.hpp"
 
 void comeval(EfiCallContext* ctx, aMatrix* A, aVector** result, double /*unused*/)
 {
@@ -14,10 +15,9 @@ namespace {
 /// The routine overwrites its argument, so it gets a copy.
 aVector* eigenvalues(EfiCallContext* ctx, aMatrix* A)
 {
-    Anyval* copy = nullptr;
-    ctx->m_arena->cp(reinterpret_cast<const Anyval*>(A), &copy, true, false);
+    aMatrix* const copy = Efi::copy_of(ctx, A);
     aVector* result = nullptr;
-    native::comeval(ctx, &copy->m_matrix, &result);
+    native::comeval(ctx, copy, &result);
     return result;
 }
 

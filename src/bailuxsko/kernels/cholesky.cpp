@@ -5,6 +5,7 @@
 
 #include "bailuxsko/kernels/cholesky_strips.hpp"
 #include "bailuxsko/kernels/levels.hpp"
+#include "bailuxsko/kernels/record_checks.hpp"
 #include "efiutl/columns.hpp"
 #include "efiutl/messages.hpp"
 #include "efiutl/throw.hpp"
@@ -56,8 +57,7 @@ void factorise(EfiCallContext* ctx, const aMatrix* A, aMatrix* L)
 {
     if (A->m_rows == 0)
         return;
-    if (A->m_rv == nullptr)
-        Efi::Throw(msg::unknown_error, -1);
+    require_real_array(A);
     const Strips M{.m_elements = Efi::uncleared_doubles(ctx, Strips::size(A->m_rows)), .m_n = A->m_rows};
     load(A, M);
     if (!at_level(factorise_strips_baseline, factorise_strips_avx2, factorise_strips_avx512)(M))

@@ -5,10 +5,7 @@
 #include "bailuxsko/kernels/balance.hpp"
 #include "bailuxsko/kernels/complex_qr.hpp"
 #include "bailuxsko/kernels/hessenberg.hpp"
-#include "bailuxsko/kernels/lu_steps.hpp"
-
-#include "efiutl/messages.hpp"
-#include "efiutl/throw.hpp"
+#include "bailuxsko/kernels/record_checks.hpp"
 
 namespace native {
 
@@ -16,8 +13,7 @@ void comeval(EfiCallContext* ctx, aMatrix* A, aVector** result)
 {
     *result = nullptr;
     require_square(A);
-    if (A->m_rv == nullptr)
-        Efi::Throw(msg::unknown_error, -1);
+    require_real_array(A);
     double* const w_re = Efi::uncleared_doubles(ctx, A->m_rows);
     double* const w_im = Efi::uncleared_doubles(ctx, A->m_rows);
     double* const record = Efi::uncleared_doubles(ctx, A->m_rows);

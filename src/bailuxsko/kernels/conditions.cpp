@@ -2,8 +2,8 @@
 #include "bailuxsko/kernels/conditions.hpp"
 
 #include "bailuxsko/kernels/inverse.hpp"
-#include "bailuxsko/kernels/lu_steps.hpp"
 #include "bailuxsko/kernels/norms.hpp"
+#include "bailuxsko/kernels/record_checks.hpp"
 #include "bailuxsko/kernels/svd.hpp"
 #include "efiutl/columns.hpp"
 #include "efiutl/messages.hpp"
@@ -51,16 +51,14 @@ double cond2(EfiCallContext* ctx, aMatrix* A)
     if (A->m_iv != nullptr)
         return condition(ctx, A, complex_norm2, complex_norm2);
     require_square(A);
-    if (A->m_rv == nullptr)
-        Efi::Throw(msg::unknown_error, -1);
-    Anyval* copy = nullptr;
-    ctx->m_arena->cp(reinterpret_cast<const Anyval*>(A), &copy, true, false);
-    svd_values(ctx, &copy->m_matrix);
+    require_real_array(A);
+    aMatrix* const copy = Efi::copy_of(ctx, A);
+    svd_values(ctx, copy);
     const std::size_t last = A->m_rows - std::size_t{1};
-    const double smallest = Efi::at(&copy->m_matrix, last, last);
+    const double smallest = Efi::at(copy, last, last);
     if (smallest == 0.0)
         Efi::Throw(msg::singular_matrix, -1);
-    return std::fabs(Efi::at(&copy->m_matrix, 0, 0) / smallest);
+    return std::fabs(Efi::at(copy, 0, 0) / smallest);
 }
 
 } // namespace native

@@ -7,8 +7,8 @@
 #include "bailuxsko/kernels/hermitian.hpp"
 
 #include "bailuxsko/kernels/levels.hpp"
-#include "bailuxsko/kernels/lu_steps.hpp"
 #include "bailuxsko/kernels/modulus.hpp"
+#include "bailuxsko/kernels/record_checks.hpp"
 #include "efiutl/columns.hpp"
 #include "efiutl/messages.hpp"
 #include "efiutl/throw.hpp"
@@ -227,8 +227,7 @@ void find_eigenvalues(Tridiagonal T)
 void herm_eigenvalues(EfiCallContext* ctx, aMatrix* A, double* eigenvalues)
 {
     require_square(A);
-    if (A->m_rv == nullptr)
-        Efi::Throw(msg::unknown_error, -1);
+    require_real_array(A);
     aMatrix hermitian = *A;
     Efi::make_complex(ctx, &hermitian);
     const std::size_t n = A->m_rows;

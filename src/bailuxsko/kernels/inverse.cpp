@@ -7,8 +7,8 @@
 
 #include "bailuxsko/kernels/levels.hpp"
 #include "bailuxsko/kernels/lu.hpp"
-#include "bailuxsko/kernels/lu_steps.hpp"
 #include "bailuxsko/kernels/product.hpp"
+#include "bailuxsko/kernels/record_checks.hpp"
 #include "bailuxsko/kernels/tiles.hpp"
 #include "bailuxsko/kernels/triangular_rows.hpp"
 #include "bailuxsko/kernels/unit_vectors.hpp"
@@ -124,23 +124,21 @@ constexpr auto solve_avx512 = solve_baseline;
 
 void real_inverse(EfiCallContext* ctx, aMatrix* A, aMatrix** result, bool strict)
 {
-    if (A->m_rv == nullptr)
-        Efi::Throw(msg::unknown_error, -1);
+    require_real_array(A);
     require_square(A);
     const std::size_t n = A->m_rows;
     double* const X = Efi::doubles(ctx, n * n);
     double* const pivots = Efi::uncleared_doubles(ctx, n);
     *result = aMatrix::mk(ctx->m_arena, A->m_rows, A->m_rows, X, nullptr);
 
-    Anyval* copy = nullptr;
-    ctx->m_arena->cp(reinterpret_cast<const Anyval*>(A), &copy, true, false);
+    aMatrix* const copy = Efi::copy_of(ctx, A);
     double sign;
-    lu_decomp(ctx, &copy->m_matrix, pivots, &sign, strict);
+    lu_decomp(ctx, copy, pivots, &sign, strict);
 
     auto* const right_hand_side = static_cast<double**>(ctx->m_arena->allocate_uncleared(n * sizeof(double*)));
     set_unit_vectors(n, pivots, 0.0, X, right_hand_side);
     at_level(solve_baseline, solve_avx2,
-             solve_avx512)({.LU = copy->m_matrix.m_rv,
+             solve_avx512)({.LU = copy->m_rv,
                             .n = n,
                             .right_hand_side = right_hand_side,
                             .packed = Efi::uncleared_doubles(ctx, tiles::workspace(n, block_rows))});

@@ -5,12 +5,11 @@
 #include "bailuxsko/kernels/lu.hpp"
 #include "bailuxsko/kernels/lu_complex_steps.hpp"
 #include "bailuxsko/kernels/product.hpp"
+#include "bailuxsko/kernels/record_checks.hpp"
 #include "bailuxsko/kernels/tiles_complex.hpp"
 #include "bailuxsko/kernels/unit_vectors.hpp"
 
 #include "efiutl/columns.hpp"
-#include "efiutl/messages.hpp"
-#include "efiutl/throw.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -113,8 +112,7 @@ constexpr auto solve_avx512 = solve_baseline;
 
 void complex_inverse(EfiCallContext* ctx, aMatrix* A, aMatrix** result, bool strict)
 {
-    if (A->m_rv == nullptr)
-        Efi::Throw(msg::unknown_error, -1);
+    require_real_array(A);
     require_square(A);
     const std::size_t n = A->m_rows;
     double* const X_re = Efi::doubles(ctx, n * n);
@@ -122,9 +120,7 @@ void complex_inverse(EfiCallContext* ctx, aMatrix* A, aMatrix** result, bool str
     double* const pivots1 = Efi::uncleared_doubles(ctx, n);
     *result = aMatrix::mk(ctx->m_arena, A->m_rows, A->m_rows, X_re, X_im);
 
-    Anyval* copy = nullptr;
-    ctx->m_arena->cp(reinterpret_cast<const Anyval*>(A), &copy, true, false);
-    aMatrix* const LU = &copy->m_matrix;
+    aMatrix* const LU = Efi::copy_of(ctx, A);
     double sign;
     clu_decomp(ctx, LU, pivots1, &sign, strict);
     Efi::make_complex(ctx, LU); // a record that came without an imaginary array may still be without

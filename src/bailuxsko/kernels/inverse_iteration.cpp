@@ -5,6 +5,7 @@
 #include "bailuxsko/kernels/inverse_iteration.hpp"
 
 #include "bailuxsko/kernels/inverse_iteration_lu.hpp"
+#include "bailuxsko/kernels/record_checks.hpp"
 #include "bailuxsko/kernels/transpose.hpp"
 
 #include "efiutl/columns.hpp"
@@ -183,8 +184,7 @@ aMatrix* eigenvec(EfiCallContext* ctx, aMatrix* A, aComplex* z)
         Efi::Throw(msg::must_be_square, 1);
     if (A->m_rows < 1)
         Efi::Throw(msg::invalid_dimension, -1);
-    if (A->m_rv == nullptr)
-        Efi::Throw(msg::unknown_error, -1);
+    require_real_array(A);
     const std::uint32_t n = A->m_cols;
     aMatrix* const transpose = mat_transpose(ctx, A); // its columns are the rows of A
     Efi::make_complex(ctx, transpose);

@@ -1,8 +1,7 @@
 // The worker behind `lu`: factorises a copy of the matrix and takes P, L and U from it.
 #include "bailuxsko/kernels/lu.hpp"
 
-#include "bailuxsko/kernels/lu_steps.hpp"
-
+#include "bailuxsko/kernels/record_checks.hpp"
 #include "efiutl/columns.hpp"
 #include "efiutl/messages.hpp"
 #include "efiutl/packing.hpp"
@@ -63,8 +62,7 @@ aMatrix* lu(EfiCallContext* ctx, aMatrix* A)
     if (!is_complex && A->m_rv == nullptr && A->m_cols > 0)
         Efi::Throw(msg::null_pointer, -1); // before the shape, as in the factorisation
     require_square(A);
-    if (A->m_rv == nullptr)
-        Efi::Throw(msg::unknown_error, -1);
+    require_real_array(A);
     const std::size_t n = A->m_rows;
     const std::size_t area = n * n;
 

@@ -5,6 +5,7 @@
 #include "bailuxsko/kernels/levels.hpp"
 #include "bailuxsko/kernels/lu.hpp"
 #include "bailuxsko/kernels/lu_complex_steps.hpp"
+#include "bailuxsko/kernels/record_checks.hpp"
 
 #include "efiutl/columns.hpp"
 #include "efiutl/messages.hpp"
@@ -179,8 +180,7 @@ void clu_decomp(EfiCallContext* ctx, aMatrix* A, double* pivots, double* sign, b
 {
     *sign = 1.0;
     require_square(A);
-    if (A->m_rv == nullptr)
-        Efi::Throw(msg::unknown_error, -1);
+    require_real_array(A);
     double* const scale = Efi::uncleared_doubles(ctx, A->m_rows);
     const bool regular = A->m_iv != nullptr
                              ? eliminate_both_parts(ctx, A, scale, pivots, sign)

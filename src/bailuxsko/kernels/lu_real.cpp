@@ -7,6 +7,7 @@
 #include "bailuxsko/kernels/lu.hpp"
 #include "bailuxsko/kernels/lu_elimination.hpp"
 #include "bailuxsko/kernels/lu_steps.hpp"
+#include "bailuxsko/kernels/record_checks.hpp"
 
 #include "efiutl/messages.hpp"
 #include "efiutl/throw.hpp"

@@ -1,23 +1,10 @@
 #pragma once
 
-#include "efiutl/messages.hpp"
-#include "efiutl/records.hpp"
-#include "efiutl/throw.hpp"
-
 #include <algorithm>
 #include <cstddef>
 
 /// What the real and the complex elimination share.
 namespace native {
-
-/// @throws "invalid dimension" (-1) without rows or columns, "must be square" (-1)
-inline void require_square(const aMatrix* A)
-{
-    if (A->m_rows < 1 || A->m_cols < 1)
-        Efi::Throw(msg::invalid_dimension, -1);
-    if (A->m_rows != A->m_cols)
-        Efi::Throw(msg::must_be_square, -1);
-}
 
 /// Has x computed although nothing may read it: an overflow on the way is a flag that the caller's guard sees.
 inline void raise_flags_of(double x)

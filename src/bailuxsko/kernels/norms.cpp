@@ -5,9 +5,8 @@
 
 #include "bailuxsko/kernels/levels.hpp"
 #include "bailuxsko/kernels/modulus.hpp"
+#include "bailuxsko/kernels/record_checks.hpp"
 #include "efiutl/columns.hpp"
-#include "efiutl/messages.hpp"
-#include "efiutl/throw.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -174,13 +173,6 @@ template <class Norm, class Term>
 double norm(const Term& term, const aMatrix* A, double* sums = nullptr)
 {
     return at_level(norm_baseline<Norm, Term>, norm_avx2<Norm, Term>)(term, A, sums);
-}
-
-/// @throws "unknown error" (-1)
-void require_real_array(const aMatrix* A)
-{
-    if (A->m_rv == nullptr)
-        Efi::Throw(msg::unknown_error, -1);
 }
 
 } // namespace

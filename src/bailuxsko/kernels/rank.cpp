@@ -14,18 +14,11 @@ namespace {
 
 constexpr double eps = std::numeric_limits<double>::epsilon();
 
-aMatrix* copy_of(EfiCallContext* ctx, const aMatrix* A)
-{
-    Anyval* copy = nullptr;
-    ctx->m_arena->cp(reinterpret_cast<const Anyval*>(A), &copy, true, false);
-    return &copy->m_matrix;
-}
-
 } // namespace
 
 unsigned int rank(EfiCallContext* ctx, const aRealMatrix* A)
 {
-    aMatrix* const W = A->m_cols > A->m_rows ? mat_transpose(ctx, A) : copy_of(ctx, A);
+    aMatrix* const W = A->m_cols > A->m_rows ? mat_transpose(ctx, A) : Efi::copy_of(ctx, A);
     if (W->m_cols == 0)
         return 0;
     svd_values(ctx, W);

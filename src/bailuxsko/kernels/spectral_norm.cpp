@@ -4,26 +4,17 @@
 #include "bailuxsko/kernels/norms.hpp"
 
 #include "bailuxsko/kernels/hermitian.hpp"
-#include "bailuxsko/kernels/lu_steps.hpp"
 #include "bailuxsko/kernels/product.hpp"
+#include "bailuxsko/kernels/record_checks.hpp"
 #include "bailuxsko/kernels/svd.hpp"
 #include "bailuxsko/kernels/transpose.hpp"
 #include "efiutl/columns.hpp"
-#include "efiutl/messages.hpp"
-#include "efiutl/throw.hpp"
 
 #include <cmath>
 #include <cstddef>
 
 namespace native {
 namespace {
-
-/// @throws "unknown error" (-1)
-void require_real_array(const aMatrix* A)
-{
-    if (A->m_rv == nullptr)
-        Efi::Throw(msg::unknown_error, -1);
-}
 
 /// A^H, complex when A is.
 aMatrix* conjugate_transpose(EfiCallContext* ctx, aMatrix* A)
@@ -43,10 +34,9 @@ double norm2(EfiCallContext* ctx, aMatrix* A)
         return complex_norm2(ctx, A);
     require_square(A);
     require_real_array(A);
-    Anyval* copy = nullptr;
-    ctx->m_arena->cp(reinterpret_cast<const Anyval*>(A), &copy, true, false);
-    svd_values(ctx, &copy->m_matrix);
-    return std::fabs(Efi::at(&copy->m_matrix, 0, 0));
+    aMatrix* const copy = Efi::copy_of(ctx, A);
+    svd_values(ctx, copy);
+    return std::fabs(Efi::at(copy, 0, 0));
 }
 
 double complex_norm2(EfiCallContext* ctx, aMatrix* A)

@@ -123,10 +123,9 @@ aMatrix* svd2(EfiCallContext* ctx, aMatrix* A)
 aMatrix* geninv(EfiCallContext* ctx, aMatrix* A, double tol)
 {
     require_real(A);
-    Anyval* copy = nullptr;
-    ctx->m_arena->cp(reinterpret_cast<const Anyval*>(A), &copy, true, false);
+    aMatrix* const copy = Efi::copy_of(ctx, A);
     aMatrix* X = nullptr;
-    pinv_from_svd(ctx, &copy->m_matrix, tol, &X);
+    pinv_from_svd(ctx, copy, tol, &X);
     return X;
 }
 
