@@ -5,9 +5,9 @@
 #include <atomic>
 
 /// Instruction levels. A fast kernel is one always-inlined body with a named instance for each level; all instances
-/// give the same bits. None has a fused multiply-add: a product and a sum are two roundings everywhere. An instance
-/// for avx512 have only loops whose vectors are written out, the tiles of products and the strips of rows and columns:
-/// what the vectoriser of GCC 12 finds by itself there it fuses.
+/// give the same bits. None has a fused multiply-add: a product and a sum are two roundings everywhere. Only
+/// loops whose vectors are written out, the tiles of products and the strips of rows and columns, have an instance for
+/// avx512: what the vectoriser of GCC 12 finds by itself there it fuses.
 namespace native {
 
 enum class Level { baseline, avx2, avx512 };
