@@ -6,27 +6,20 @@
 #include "tests/support/kinds.hpp"
 #include "tests/support/levels.hpp"
 #include "tests/support/matrix.hpp"
+#include "tests/support/outcome.hpp"
 #include "tests/support/raises.hpp"
 
-#include <bit>
 #include <cfenv>
-#include <cmath>
-#include <limits>
-#include <random>
-#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using support::Matrix;
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-
 using support::draw;
 using support::Kind;
 using support::kinds;
+using support::Matrix;
 using support::Random;
 
 /// All that a factorisation shows. Which of two NaNs an operation hands on is up to the compiler's order of operands,
@@ -43,8 +36,7 @@ struct Outcome {
 std::vector<std::uint64_t> bits(const double* values, std::size_t count)
 {
     std::vector<std::uint64_t> all;
-    for (std::size_t i = 0; i < count; ++i)
-        all.push_back(std::bit_cast<std::uint64_t>(std::isnan(values[i]) ? nan : values[i]));
+    support::append_bits(all, values, count);
     return all;
 }
 

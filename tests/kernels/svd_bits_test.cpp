@@ -6,42 +6,23 @@
 #include "tests/support/kinds.hpp"
 #include "tests/support/levels.hpp"
 #include "tests/support/matrix.hpp"
-#include "tests/support/raises.hpp"
+#include "tests/support/outcome.hpp"
 
-#include <bit>
 #include <cfenv>
-#include <cmath>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 namespace {
 
+using support::append_bits;
 using support::drawn;
 using support::Kind;
 using support::kinds;
 using support::Matrix;
+using support::Outcome;
 using support::Random;
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-
-/// All that a routine shows. Which of two NaNs an operation hands on is up to the compiler's order of operands, so all
-/// NaNs count as one.
-struct Outcome {
-    support::Raised raised;
-    std::vector<std::uint64_t> bits;
-    int flags = 0;
-
-    bool operator==(const Outcome&) const = default;
-};
-
-void append_bits(std::vector<std::uint64_t>& all, const double* values, std::size_t count)
-{
-    for (std::size_t i = 0; i < count; ++i)
-        all.push_back(std::bit_cast<std::uint64_t>(std::isnan(values[i]) ? nan : values[i]));
-}
 
 /// @param append  adds what the routine has filled to the bits
 template <class Routine, class Append>

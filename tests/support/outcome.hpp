@@ -24,15 +24,20 @@ struct Outcome {
     bool operator==(const Outcome&) const = default;
 };
 
+/// The bits of so many numbers behind those that are there, all NaNs alike.
+inline void append_bits(std::vector<std::uint64_t>& all, const double* values, std::size_t count)
+{
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    for (std::size_t i = 0; i < count; ++i)
+        all.push_back(std::bit_cast<std::uint64_t>(std::isnan(values[i]) ? nan : values[i]));
+}
+
 /// The bits of the real parts column by column, all NaNs alike.
 inline std::vector<std::uint64_t> bits_of(const aMatrix* M)
 {
     std::vector<std::uint64_t> all;
     for (std::size_t j = 0; j < M->m_cols; ++j)
-        for (std::size_t i = 0; i < M->m_rows; ++i) {
-            const double x = M->m_rv[i + j * M->m_anr];
-            all.push_back(std::bit_cast<std::uint64_t>(std::isnan(x) ? std::numeric_limits<double>::quiet_NaN() : x));
-        }
+        append_bits(all, M->m_rv + j * M->m_anr, M->m_rows);
     return all;
 }
 
