@@ -36,8 +36,9 @@ bool same(const Qud::Handle& ours, std::span<const double> peer)
 Numbers with_ties(std::size_t count, std::size_t different)
 {
     Numbers numbers = bench::random_numbers(count, 3);
+    const std::size_t half = different / 2; // of them below zero
     for (double& x : numbers)
-        x = std::floor(x * static_cast<double>(different / 2));
+        x = std::floor(x * static_cast<double>(half));
     return numbers;
 }
 

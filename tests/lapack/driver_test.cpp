@@ -235,7 +235,7 @@ Raised refused(TwoMatrices two, OneMatrix one, const Handle& A, const Handle& B 
     using Pointer = std::remove_cvref_t<decltype(std::declval<Routines&>().*Member)>;
     const Replaced<Member> stub(&Refusal<Verdict, Pointer>::routine);
     Log::calls.clear();
-    const Raised raised = host_raised_by([&] { Driver{"", one, two, A, B}.run(); });
+    Raised raised = host_raised_by([&] { Driver{"", one, two, A, B}.run(); });
     expect_services_in_order("refused");
     return raised;
 }

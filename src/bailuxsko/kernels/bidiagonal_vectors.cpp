@@ -112,7 +112,7 @@ template <class Vector, bool adding>
         side_by_side::load(f[g], factors + g * width);
         side_by_side::load(s[g], sums + g * width);
     }
-    for (std::size_t k = first; k < end; ++k)
+    for (std::size_t k = first; k < end; ++k) {
 #pragma GCC unroll 8
         for (std::size_t g = 0; g < vectors; ++g) {
             Vector x;
@@ -123,6 +123,7 @@ template <class Vector, bool adding>
             }
             s[g] += x * with[k];
         }
+    }
 #pragma GCC unroll 8
     for (std::size_t g = 0; g < vectors; ++g)
         side_by_side::store(s[g], sums + g * width);

@@ -33,8 +33,8 @@ void load(const aMatrix* A, const RowStrips& S)
             column[j] = Efi::column(A, std::min(t * width + j, S.m_cols - 1));
         double* to = S.strip(t);
         for (std::size_t i = 0; i < m; ++i)
-            for (std::size_t j = 0; j < width; ++j)
-                *to++ = column[j][i];
+            for (const double* const x : column)
+                *to++ = x[i];
     }
     double* const q = S.strip(S.strips_of_R());
     const std::size_t padded = (S.strips() - S.strips_of_R()) * width;

@@ -18,7 +18,7 @@ inline constexpr Uncleared uncleared{};
 template <class T>
 constexpr std::size_t arena_bytes(std::uint64_t count) noexcept
 {
-    constexpr std::uint64_t doubles = sizeof(T) / sizeof(double) > 1 ? sizeof(T) / sizeof(double) : 1;
+    constexpr std::uint64_t doubles = (sizeof(T) + sizeof(double) - 1) / sizeof(double);
     return count > ~std::uint64_t{0} / doubles ? ~std::size_t{0} : Efi::bytes_of_doubles(count * doubles);
 }
 
