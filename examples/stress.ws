@@ -26,7 +26,7 @@ directions' * S * directions -> MPa
 "Largest shear"
 shear := (s[0] - s[2]) / 2
 shear -> MPa
-"Equivalent stress, and what it leaves of a yield stress of 355 MPa"
+"Equivalent stress, and how many times it goes into a yield stress of 355 MPa"
 equivalent := sqrt(((s[0] - s[1])^2 + (s[1] - s[2])^2 + (s[2] - s[0])^2) / 2)
 equivalent -> MPa
 355 MPa / equivalent

@@ -94,7 +94,7 @@ void judge_eigenvalues(const char* kind, Matrix A, std::vector<double> expected)
     std::vector<double> found(A.rows());
     native::herm_eigenvalues(&ctx, &record, found.data());
     EXPECT_TRUE(std::is_sorted(found.begin(), found.end())) << kind;
-    judge({.function = "herm_eigenvalues", .residual = "error over the largest", .kind = kind, .n = A.rows()},
+    judge({.function = "Hermitian eigenvalues", .residual = "error over the largest", .kind = kind, .n = A.rows()},
           support::residual_values(found, expected));
 }
 
