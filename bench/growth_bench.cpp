@@ -3,11 +3,12 @@
 #include "bench/compare.hpp"
 #include "bench/operations.hpp"
 
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cmath>
+#include <fstream>
+#include <string>
 #include <vector>
 
 namespace {
@@ -38,11 +39,20 @@ std::size_t bytes_of(const Handle& value)
     return bytes;
 }
 
-double peak_bytes()
+/// A line of the process's status, in bytes: "VmRSS:" what it holds now, "VmHWM:" the most that it has held.
+double held(const std::string& which)
 {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<double>(usage.ru_maxrss) * 1024.0;
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with(which))
+            return 1024.0 * std::stod(line.substr(which.size()));
+    return NAN;
+}
+
+/// Lets the most that the process has held be what it holds now.
+void forget_peak()
+{
+    std::ofstream("/proc/self/clear_refs") << 5;
 }
 
 /// The growth of a fresh process's peak over one call, input included, in units of input and output.
@@ -56,9 +66,10 @@ double peak_multiple(Call call, MakeInput make_input)
         double multiple = 0.0;
         {
             const Handle input = make_input();
-            const double before = peak_bytes() - static_cast<double>(bytes_of(input));
+            forget_peak();
+            const double before = held("VmRSS:") - static_cast<double>(bytes_of(input));
             const Handle output = call(input);
-            multiple = (peak_bytes() - before) / static_cast<double>(bytes_of(input) + bytes_of(output));
+            multiple = (held("VmHWM:") - before) / static_cast<double>(bytes_of(input) + bytes_of(output));
         }
         _exit(write(answer[1], &multiple, sizeof multiple) == sizeof multiple ? 0 : 1);
     }
