@@ -169,6 +169,16 @@ TEST(FactorDrivers, TurnEveryInfoOfCholeskyIntoAMessage)
     expect_refusal<&Routines::zpstrf>(triangle<lapack::zCholesky_pvt, Triangle::lower>, H, native);
 }
 
+TEST(FactorDrivers, CholeskySaysWhichPartIsNotPositiveDefinite)
+{
+    const std::string part = "the leading 2 by 2 part of the matrix is not positive definite";
+    const Handle S = matrices::real({{1, 2, 0}, {2, 1, 0}, {0, 0, 1}});
+    const Handle H = matrices::complex({{1, 2, 0}, {2, 1, 0}, {0, 0, 1}});
+    const Handle zero = Qud::NumVal::make(0.0);
+    for (const Handle& M : {S, H})
+        EXPECT_EQ(host_raised_by([&] { Efi::IntelMKL::Cholesky(M, zero); }).detail, part);
+}
+
 TEST(FactorDrivers, LuDoesNotLookAtInfo)
 {
     const Handle A = random_real(4, 4, 1);

@@ -39,11 +39,11 @@ TEST(Lsolve, WantsMatrices)
     }
 }
 
-TEST(Lsolve, TheDetailNamesTheRowsThatDiffer)
+TEST(Lsolve, TheDetailNamesTheShapes)
 {
     const Raised error = raised(matrices::real({{1}}), matrices::real({{1}, {2}}));
     EXPECT_EQ(error, (Raised{"array size mismatch", -1, ""}));
-    EXPECT_EQ(error.detail, "A has 1 rows, B has 2");
+    EXPECT_EQ(error.detail, "A is 1 by 1, B is 2 by 1");
 }
 
 TEST(Lsolve, TheDetailNamesTheElementThatBreaksThePattern)

@@ -86,6 +86,15 @@ class Errors(unittest.TestCase):
         self.assertEqual(lines[1], "  |  1 +* 2")
         self.assertEqual(lines[2][:9], "  |     ^")
 
+    def test_rows_of_unequal_length(self):
+        self.shows("[1, 2; 3]\n[1; 2, 3]\n",
+                   "error: syntax error: this row has 1 element, the first one 2\n"
+                   "  t.ws:1 |  [1, 2; 3]\n"
+                   "         |         ^\n"
+                   "error: syntax error: this row has 2 elements, the first one 1\n"
+                   "  t.ws:2 |  [1; 2, 3]\n"
+                   "         |      ^\n")
+
     def test_control_characters_do_not_reach_the_terminal(self):
         self.assertNotIn("\x1b", run("eval", '"\x1b[31m" + 1').stderr)
 

@@ -108,6 +108,10 @@ TEST(Session, TellsPeopleWhatWasFound)
     EXPECT_EQ(error("identity(3 * 1.1)").found, "argument 1 of identity is 3.3000000000000003");
     EXPECT_EQ(error("identity(inf)").found, "argument 1 of identity is inf");
     EXPECT_EQ(error("identity(NaN * m)").found, "argument 1 of identity is NaN, in m");
+    // a call that fails as a whole names its first argument without elements
+    EXPECT_EQ(error("lu([])").found, "argument 1 of lu is 0 by 0");
+    EXPECT_EQ(error("match(1, [], \"near\")").found, "argument 2 of match is 0 by 0");
+    EXPECT_EQ(error("lu([1, 2; 2, 4])").found, "");
 }
 
 TEST(Session, TellsPeopleHowManyArgumentsThereAre)

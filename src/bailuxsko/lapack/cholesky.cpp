@@ -12,6 +12,7 @@
 #include "efiutl/throw.hpp"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 namespace lapack {
@@ -77,8 +78,15 @@ void pack_triangle(const Qud::MatVal& M, Triangle triangle, MKL_Complex16* a)
     }
 }
 
+/// The step that found no positive pivot is named for people only.
 void check(int info)
 {
+    if (info > 0) {
+        const std::string step = std::to_string(info);
+        Evl::Run::AppException::Raise(msg::non_positive_definite_matrix, -1,
+                                      "the leading " + step + " by " + step +
+                                          " part of the matrix is not positive definite");
+    }
     if (info != 0)
         Evl::Run::AppException::Raise(msg::non_positive_definite_matrix, -1);
 }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <string>
 
 namespace lapack {
 
@@ -34,6 +35,15 @@ void refuse_empty(const Qud::MatVal& M)
 {
     if (M.is_empty())
         Evl::Run::AppException::Raise(msg::invalid_dimension, -1);
+}
+
+void require_equal_rows(const Qud::MatVal& A, const Qud::MatVal& B)
+{
+    const auto shape = [](const Qud::MatVal& M) {
+        return std::to_string(M.Rows()) + " by " + std::to_string(M.Cols());
+    };
+    if (A.Rows() != B.Rows())
+        Evl::Run::AppException::Raise(msg::array_size_mismatch, -1, "A is " + shape(A) + ", B is " + shape(B));
 }
 
 void require_converged(int info)

@@ -24,6 +24,9 @@ BAILUXSKO_API int dimension(std::uint64_t n);
 /// @throws "invalid dimension" (-1) for a matrix without elements
 BAILUXSKO_API void refuse_empty(const Qud::MatVal& M);
 
+/// @throws "array size mismatch" (-1)
+BAILUXSKO_API void require_equal_rows(const Qud::MatVal& A, const Qud::MatVal& B);
+
 /// The verdict of a routine. @throws "not converging" (-1) unless it is 0, whatever the routine meant by it
 BAILUXSKO_API void require_converged(int info);
 

@@ -1,6 +1,7 @@
 #include "bailuxsko/eigenvalues.hpp"
 
 #include "bailuxsko/frame/call.hpp"
+#include "bailuxsko/lapack/driver.hpp"
 #include "bailuxsko/lapack/eigenvalues.hpp"
 #include "bailuxsko/lapack/structure.hpp"
 
@@ -50,9 +51,7 @@ struct Pair {
     {
         require_square(A, 1);
         require_square(B, 2);
-        if (A.Rows() != B.Rows())
-            AppException::Raise(msg::array_size_mismatch, -1,
-                                "A has " + std::to_string(A.Rows()) + " rows, B has " + std::to_string(B.Rows()));
+        lapack::require_equal_rows(A, B);
     }
     const Qud::MatVal& A;
     const Qud::MatVal& B;

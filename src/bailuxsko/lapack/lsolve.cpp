@@ -1,6 +1,7 @@
 #include "bailuxhost/matdim.hpp"
 #include "bailuxsko/frame/call.hpp"
 #include "bailuxsko/intel_mkl.hpp"
+#include "bailuxsko/lapack/driver.hpp"
 #include "bailuxsko/lapack/solve.hpp"
 
 #include <optional>
@@ -89,9 +90,7 @@ Qud::Handle lsolve(const Qud::Handle& a, const Qud::Handle& b)
     return in_host_call([&] {
         const Qud::MatVal& A = Error::as_matrix(a, msg::must_be_matrix, 1);
         const Qud::MatVal& B = Error::as_matrix(b, msg::must_be_matrix, 2);
-        if (A.Rows() != B.Rows())
-            AppException::Raise(msg::array_size_mismatch, -1,
-                                "A has " + std::to_string(A.Rows()) + " rows, B has " + std::to_string(B.Rows()));
+        lapack::require_equal_rows(A, B);
         if (!A.IsUniformScalar() || !B.IsUniformScalar())
             return CrazyLsolve(A, B);
         const Qud::Handle X = ScalarLsolve(A, B);

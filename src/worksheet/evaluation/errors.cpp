@@ -44,17 +44,31 @@ bool names_operand(const Site& site, int index)
     return index >= 1 && static_cast<std::size_t>(index) <= site.operands.size();
 }
 
-/// "argument 1 of lu is 2 by 3"; for an operator both sides.
+/// "argument 1 of lu is 2 by 3"
+std::string argument_words(const Site& site, std::size_t argument)
+{
+    return fmt::format("argument {} of {} is {}", argument, site.function, description(site.operands[argument - 1]));
+}
+
+/// What is worth saying of a call that failed as a whole: its first argument without elements.
+std::string empty_argument_words(const Site& site)
+{
+    for (std::size_t k = 1; k <= site.operands.size(); ++k) {
+        const Qud::MatVal* const M = Qud::matrix_of(site.operands[k - 1]);
+        if (M != nullptr && M->is_empty())
+            return argument_words(site, k);
+    }
+    return {};
+}
+
+/// The argument that the error's index names; for an operator both sides.
 std::string found_words(const Site& site, const Evl::Run::AppException& error)
 {
     if (!error.detail().empty())
         return error.detail();
-    if (!site.function.empty()) {
-        if (!names_operand(site, error.index()))
-            return {};
-        const auto k = static_cast<std::size_t>(error.index());
-        return fmt::format("argument {} of {} is {}", k, site.function, description(site.operands[k - 1]));
-    }
+    if (!site.function.empty())
+        return names_operand(site, error.index()) ? argument_words(site, static_cast<std::size_t>(error.index()))
+                                                  : empty_argument_words(site);
     if (site.node.kind == NodeKind::chain && site.operands.size() == 2)
         return fmt::format("left is {}; right is {}", description(site.operands[0]), description(site.operands[1]));
     if (!site.operands.empty())

@@ -278,7 +278,9 @@ NodeIndex ExpressionParser::matrix()
         if (row == mark)
             columns = length;
         if (length != columns)
-            raise_syntax_error(fmt::format("this row has {} elements, the first one {}", length, columns), row_offset);
+            raise_syntax_error(fmt::format("this row has {} {}, the first one {}", length,
+                                           length == 1 ? "element" : "elements", columns),
+                               row_offset);
         if (at(TokenKind::close_bracket))
             break;
         expect(TokenKind::semicolon, "',', ';' or ']'");
