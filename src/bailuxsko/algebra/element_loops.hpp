@@ -87,18 +87,27 @@ struct Unchecked {
     [[gnu::always_inline]] static aComplex apply(aComplex x, aComplex y) noexcept { return Op::unchecked(x, y); }
 };
 
-/// Calls loop(first, length, plain) for pieces of the elements small enough to stay in the cache between the look at
-/// their operands and the operation.
+/// Whether no pair of operands is refused or needs a rule of its own. An assignment under a condition is what the
+/// vectoriser understands here; it would leave a sum or a union of answers to one pair at a time.
+template <class Op, class X, class Y>
+bool all_plain(X x, Y y, std::size_t count)
+{
+    std::uint64_t special = 0;
+    for (std::size_t i = 0; i < count; ++i)
+        if (!Op::is_plain(x[i], y[i]))
+            special = 1;
+    return special == 0;
+}
+
+/// Calls loop(first, length, plain) for pieces of the elements so short that the look at the operands of one goes on
+/// beside the operations of the one before.
 template <class Op, class X, class Y, class Loop>
 void in_pieces(X x, Y y, std::size_t count, Loop loop)
 {
-    constexpr std::size_t piece = 1024;
+    constexpr std::size_t piece = 64;
     for (std::size_t first = 0; first < count; first += piece) {
         const std::size_t length = std::min(piece, count - first);
-        std::uint64_t special = 0;
-        for (std::size_t i = first; i < first + length; ++i)
-            special |= Op::is_plain(x[i], y[i]) ? 0U : 1U;
-        loop(first, length, special == 0);
+        loop(first, length, all_plain<Op>(x.from(first), y.from(first), length));
     }
 }
 
