@@ -8,6 +8,7 @@
 #include <array>
 #include <cctype>
 #include <optional>
+#include <sstream>
 
 namespace program {
 
@@ -68,6 +69,18 @@ int words_before_separator(int argc, char** argv)
     return is_eval ? static_cast<int>(separator - argv) : argc;
 }
 
+/// What to say of a command line on which no command was found.
+std::string without_command(const std::vector<std::string>& unexpected, const CLI::ParseError& error)
+{
+    if (!unexpected.empty() && unexpected.front().starts_with('-'))
+        return "unknown option: " + unexpected.front();
+    if (!unexpected.empty())
+        return "no command " + unexpected.front() + "; there are run, eval and functions";
+    if (error.get_name() == "RequiredError")
+        return "a command is missing; there are run, eval and functions";
+    return error.what();
+}
+
 CommandLine refuse(const std::string& message)
 {
     write_error("bailuxsko: " + message + "\nTry bailuxsko --help.\n");
@@ -96,7 +109,7 @@ CommandLine read_command_line(int argc, char** argv)
     eval->set_help_flag("--help", "Print this help message and exit"); // `-h` is a statement
     eval->allow_extras();
     eval->footer("bailuxsko eval [OPTIONS] [STATEMENT...]: without a statement, standard input is read; on a terminal "
-                 "that is a prompt.");
+                 "that is a prompt, which Control-D ends.");
     add_evaluation_options(*eval, line);
 
     bool markdown = false;
@@ -108,14 +121,12 @@ CommandLine read_command_line(int argc, char** argv)
     try {
         app.parse(words, argv);
     } catch (const CLI::Success& asked) { // --help, --version
-        line.exit_status = app.exit(asked);
+        std::ostringstream answer;
+        line.exit_status = app.exit(asked, answer, answer);
+        write_output(answer.str());
         return line;
     } catch (const CLI::ParseError& error) {
-        if (!app.get_subcommands().empty())
-            return refuse(error.what());
-        const std::vector<std::string> unexpected = app.remaining();
-        return refuse(unexpected.empty() ? error.what()
-                                         : "no command " + unexpected.front() + "; there are run, eval and functions");
+        return refuse(app.get_subcommands().empty() ? without_command(app.remaining(), error) : error.what());
     }
 
     if (run->parsed()) {

@@ -22,7 +22,7 @@ struct CommandLine {
 };
 
 /// Reads the command line. Help and version go to standard output, what is wrong to standard error: then there is
-/// nothing left to do but to leave with the exit status.
+/// nothing left to do but to leave with the exit status. @throws ReaderGone, OutputFailed
 CommandLine read_command_line(int argc, char** argv);
 
 } // namespace program

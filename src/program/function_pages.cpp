@@ -72,7 +72,7 @@ int refuse_name(const std::string& name)
     const std::vector<std::string> near = worksheet::nearest(name, names);
     for (std::size_t k = 0; k < near.size(); ++k)
         message.append(k == 0 ? "; did you mean " : " or ").append(near[k]);
-    write_error(message.append(near.empty() ? "\n" : "?\n"));
+    write_error(message.append(near.empty() ? "; bailuxsko functions lists them\n" : "?\n"));
     return unusable;
 }
 

@@ -83,12 +83,7 @@ public:
         el_set(editor, EL_HIST, history, m_history.get());
     }
 
-    ~Editor()
-    {
-        HistEvent event{};
-        if (m_history && !m_file.empty())
-            history(m_history.get(), &event, H_SAVE, m_file.c_str());
-    }
+    ~Editor() = default;
     Editor(const Editor&) = delete;
     Editor& operator=(const Editor&) = delete;
 
@@ -106,8 +101,10 @@ public:
                 m_is_dropped = m_continues = false;
                 continue;
             }
-            if (line == nullptr || count <= 0)
+            if (line == nullptr || count <= 0) {
+                end_line("");
                 return !statement.empty(); // what was begun is still evaluated, then the input is at its end
+            }
             statement.append(line, static_cast<std::size_t>(count));
             if (!worksheet::is_unfinished(statement)) {
                 remember(statement);
@@ -119,6 +116,7 @@ public:
     }
 
 private:
+    /// Saves the history too: Control-C in a long computation and a closed window end the program on the spot.
     void remember(std::string line)
     {
         if (is_blank(line))
@@ -128,6 +126,17 @@ private:
                 c = ' ';
         HistEvent event{};
         history(m_history.get(), &event, H_ENTER, line.c_str());
+        if (!m_file.empty())
+            history(m_history.get(), &event, H_SAVE, m_file.c_str());
+    }
+
+    /// What is shown next begins on a line of its own.
+    void end_line(const char* text)
+    {
+        FILE* output = nullptr;
+        el_get(m_editor.get(), EL_GETFP, 1, &output);
+        std::fprintf(output, "%s\n", text);
+        std::fflush(output);
     }
 
     static Editor* self(EditLine* editor)
@@ -164,10 +173,7 @@ private:
 
     static unsigned char drop(EditLine* editor, int /*key*/)
     {
-        FILE* output = nullptr;
-        el_get(editor, EL_GETFP, 1, &output);
-        std::fputs("^C\n", output);
-        std::fflush(output);
+        self(editor)->end_line("^C");
         self(editor)->m_is_dropped = true;
         return CC_EOF;
     }

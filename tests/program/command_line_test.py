@@ -42,6 +42,8 @@ class Status(unittest.TestCase):
 
     def test_unknown_command_is_named(self):
         self.assertIn("no command walk; there are run, eval and functions", self.expect(2, "walk", "a.ws").stderr)
+        self.assertIn("a command is missing; there are run, eval and functions", self.expect(2).stderr)
+        self.assertIn("unknown option: --walk", self.expect(2, "--walk").stderr)
         self.assertIn("--origin", self.expect(2, "--origin", "x", "eval", "1").stderr)
 
     def test_file_cannot_be_read(self):
@@ -166,11 +168,12 @@ class Output(unittest.TestCase):
             self.assertEqual(done.stderr, b"", words)
 
     def test_results_that_cannot_be_written(self):
-        for redirection in (">/dev/full", ">&-"):
-            done = subprocess.run(["/bin/sh", "-c", f'"$0" eval 1 {redirection}', PROGRAM], capture_output=True,
-                                  env=ENVIRONMENT, check=False)
-            self.assertEqual(done.returncode, 2, redirection)
-            self.assertIn(b"bailuxsko: cannot write results: ", done.stderr)
+        for words in ("eval 1", "functions", "--help", "--version"):
+            for redirection in (">/dev/full", ">&-"):
+                done = subprocess.run(["/bin/sh", "-c", f'"$0" {words} {redirection}', PROGRAM], capture_output=True,
+                                      env=ENVIRONMENT, check=False)
+                self.assertEqual(done.returncode, 2, f"{words} {redirection}")
+                self.assertIn(b"bailuxsko: cannot write results: ", done.stderr)
 
     def test_colours_are_for_terminals_only(self):
         environment = {**ENVIRONMENT, "TERM": "xterm"}
@@ -199,7 +202,7 @@ class Functions(unittest.TestCase):
         done = run("functions", "lsolv")
         self.assertEqual((done.returncode, done.stdout), (2, ""))
         self.assertEqual(done.stderr, "bailuxsko: no function lsolv; did you mean lsolve?\n")
-        self.assertEqual(run("functions", "quaternion").stderr, "bailuxsko: no function quaternion\n")
+        self.assertEqual(run("functions", "quaternion").stderr, "bailuxsko: no function quaternion; bailuxsko functions lists them\n")
 
     def test_every_example_gives_a_value(self):
         page = run("functions", "--markdown").stdout

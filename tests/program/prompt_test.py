@@ -6,6 +6,7 @@ import os
 import pathlib
 import pty
 import select
+import signal
 import tempfile
 import termios
 import time
@@ -124,6 +125,35 @@ class Prompt(unittest.TestCase):
             terminal.expect("42\r\n")
             self.assertEqual(terminal.leave(), 0)
         self.assertTrue(pathlib.Path(self.state, "bailuxsko", "history").is_file())
+
+    def test_history_outlives_an_interrupted_computation(self):
+        terminal = self.start()
+        terminal.expect("> ")
+        terminal.type("f(n) := if(n < 1, 0, f(n - 1) + f(n - 1))\rf(100)\r")
+        terminal.expect("f(100)\r\n")
+        self.addCleanup(os.close, terminal.terminal)
+        ended, status = 0, 0
+        for _ in range(200):  # until the editor has handed the terminal back, the key is an ordinary one
+            terminal.type("\x03")
+            time.sleep(0.1)
+            ended, status = os.waitpid(terminal.pid, os.WNOHANG)
+            if ended:
+                break
+        else:
+            os.kill(terminal.pid, signal.SIGKILL)
+            os.waitpid(terminal.pid, 0)
+        self.assertEqual((ended, os.waitstatus_to_exitcode(status)), (terminal.pid, -signal.SIGINT))
+        self.assertIn("f(100)", pathlib.Path(self.state, "bailuxsko", "history").read_text())
+
+    def test_the_end_of_the_input_ends_the_line(self):
+        terminal = self.start()
+        terminal.expect("> ")
+        terminal.type("[1,\r")
+        terminal.expect(". ")
+        terminal.type("\x04")
+        terminal.expect("\r\n")
+        terminal.expect("'[' is never closed")
+        self.assertEqual(terminal.leave(), 1)
 
     def test_no_place_for_a_history(self):
         self.state = "/proc/nowhere"

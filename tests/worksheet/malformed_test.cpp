@@ -91,7 +91,7 @@ TEST(Malformed, AHundredMegabytesOfBrackets)
     EXPECT_EQ(outcomes_of(repeated("[]", size / 2)),
               (Outcomes{{"syntax error: a value expected, not ']'", -1, "", 1, 4}}));
     EXPECT_EQ(outcomes_of(std::string(size, '"') + "\n1"),
-              (Outcomes{{"syntax error: unexpected a text", -1, "", 1, 3}, success(2)}));
+              (Outcomes{{"syntax error: an operator or the end expected, not a text", -1, "", 1, 3}, success(2)}));
 }
 
 TEST(Malformed, NestingThatIsTooDeep)

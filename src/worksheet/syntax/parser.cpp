@@ -134,7 +134,7 @@ void StatementParser::expect_end() const
     if (token.kind == TokenKind::arrow)
         raise_syntax_error("'->' shows a value in a unit, once, at the end of an expression", token.offset);
     if (token.kind != TokenKind::end)
-        raise_syntax_error("unexpected " + description(token), token.offset);
+        raise_syntax_error("an operator or the end expected, not " + description(token), token.offset);
 }
 
 } // namespace
