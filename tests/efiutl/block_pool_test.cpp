@@ -29,8 +29,6 @@ class BlockPool : public testing::Test {
 protected:
     BlockPool() { pool::release(); }
     ~BlockPool() override { pool::release(); }
-    BlockPool(const BlockPool&) = delete;
-    BlockPool& operator=(const BlockPool&) = delete;
 };
 
 TEST_F(BlockPool, HandsOutTheBlockGivenBackLast)

@@ -25,8 +25,10 @@ bool is_refused()
 
 } // namespace
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the C library's own names for what is replaced here
 extern "C" void* __libc_malloc(std::size_t bytes);
 extern "C" void* __libc_memalign(std::size_t alignment, std::size_t bytes);
+// NOLINTEND(bugprone-reserved-identifier)
 
 extern "C" void* malloc(std::size_t bytes)
 {

@@ -19,8 +19,8 @@ BAILUXSKO_API Qud::Handle det_impl(const Qud::MatVal& M);
 /// Of a real matrix of at most 4 rows, by fraction-free elimination: every intermediate value is a determinant of a
 /// part of the matrix, so that integers stay whole. Rows are exchanged only for a pivot of exactly 0.
 template <std::floating_point T>
-T det_gb(const Qud::MatVal& M);
-extern template BAILUXSKO_API double det_gb<double>(const Qud::MatVal& M);
+BAILUXSKO_API T det_gb(const Qud::MatVal& M);
+extern template double det_gb<double>(const Qud::MatVal& M);
 
 /// Of a complex matrix, by LAPACK.
 BAILUXSKO_API Qud::Handle cdet_gb(const Qud::MatVal& M);
