@@ -24,23 +24,7 @@ using Qud::Handle;
 using support::matrix;
 using support::number;
 using support::Raised;
-
-Handle scattered(std::uint32_t rows, std::uint32_t cols, bool complex)
-{
-    std::uint64_t state = 88172645463325252U;
-    const auto numbers = [&] {
-        Qud::FreshNumbers array = Qud::fresh_numbers(std::size_t{rows} * cols);
-        for (std::size_t k = 0; k < std::size_t{rows} * cols; ++k) {
-            state ^= state << 13;
-            state ^= state >> 7;
-            state ^= state << 17;
-            array[k] = static_cast<double>(state >> 11) / 9007199254740992.0 - 0.5;
-        }
-        return array;
-    };
-    Qud::FreshNumbers real = numbers();
-    return Qud::MatVal::make(rows, cols, real, complex ? numbers() : nullptr);
-}
+using support::scattered;
 
 struct Operation {
     const char* name;
@@ -71,7 +55,7 @@ TEST(Arithmetic, AnArenaThatFailsAtAnyRequestAndArgumentsLeftAlone)
 TEST(ArithmeticThreads, EightThreadsOnOneValueGetTheSameBits)
 {
     for (const Operation& operation : operations) {
-        const Handle real = scattered(10, 10, false);
+        const Handle real = scattered(10, 10);
         const Handle complex = scattered(9, 9, true);
         const auto expected_real = support::bits(operation.call(real));
         const auto expected_complex = support::bits(operation.call(complex));

@@ -14,32 +14,13 @@ namespace {
 
 using Qud::Handle;
 using support::bits;
-
-/// n by n numbers without pattern, the same every time; complex when asked for.
-Handle scattered(std::uint32_t n, bool complex)
-{
-    std::uint64_t state = 88172645463325252U;
-    const auto next = [&state] {
-        state ^= state << 13;
-        state ^= state >> 7;
-        state ^= state << 17;
-        return static_cast<double>(state >> 11) / 9007199254740992.0 - 0.5;
-    };
-    const auto numbers = [&] {
-        Qud::FreshNumbers array = Qud::fresh_numbers(std::size_t{n} * n);
-        for (std::size_t k = 0; k < std::size_t{n} * n; ++k)
-            array[k] = next();
-        return array;
-    };
-    Qud::FreshNumbers real = numbers();
-    return Qud::MatVal::make(n, n, real, complex ? numbers() : nullptr);
-}
+using support::scattered;
 
 TEST(LuEntry, AnArenaThatFailsAtAnyRequestGivesOutOfMemoryAndLeavesNothing)
 {
     for (const bool complex : {false, true}) {
         for (const std::uint32_t n : {3U, 200U}) {
-            const Handle A = scattered(n, complex);
+            const Handle A = scattered(n, n, complex);
             const std::vector<std::uint64_t> before = bits(A);
             const std::vector<std::uint64_t> expected = bits(Efi::Matrix::lu(A));
             const std::size_t requests = support::fails_at_every_request<Evl::Run::AppException>(
@@ -52,8 +33,8 @@ TEST(LuEntry, AnArenaThatFailsAtAnyRequestGivesOutOfMemoryAndLeavesNothing)
 
 TEST(LuEntryThreads, EightThreadsOnOneValueGetTheSameBits)
 {
-    const Handle real = scattered(70, false);
-    const Handle complex = scattered(40, true);
+    const Handle real = scattered(70, 70);
+    const Handle complex = scattered(40, 40, true);
     const std::vector<std::uint64_t> expected_real = bits(Efi::Matrix::lu(real));
     const std::vector<std::uint64_t> expected_complex = bits(Efi::Matrix::lu(complex));
     std::vector<int> same(8, 0);
@@ -72,7 +53,7 @@ TEST(LuEntryThreads, EightThreadsOnOneValueGetTheSameBits)
 
 TEST(LuEntry, ABlockOfALargerMatrixIsFactorisedInPlaceOfItsCopy)
 {
-    const Handle whole = scattered(9, false);
+    const Handle whole = scattered(9, 9);
     const Handle block = Qud::matrix_of(whole)->SubMatrix(2, 6, 3, 7);
     EXPECT_EQ(bits(Efi::Matrix::lu(block)), bits(Efi::Matrix::lu(Qud::matrix_of(block)->copy())));
 }

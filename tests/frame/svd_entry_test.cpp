@@ -9,7 +9,6 @@
 #include <cfenv>
 #include <cstdint>
 #include <limits>
-#include <random>
 #include <thread>
 #include <vector>
 
@@ -21,15 +20,7 @@ using Qud::Handle;
 using support::bits;
 using support::host_raised_by;
 using support::Raised;
-
-Handle scattered(std::uint32_t rows, std::uint32_t cols)
-{
-    std::mt19937_64 random(rows);
-    Qud::FreshNumbers numbers = Qud::fresh_numbers(std::size_t{rows} * cols);
-    for (std::size_t k = 0; k < std::size_t{rows} * cols; ++k)
-        numbers[k] = std::uniform_real_distribution<double>(-1.0, 1.0)(random);
-    return Qud::MatVal::make(rows, cols, numbers, nullptr);
-}
+using support::scattered;
 
 double rank_of(const Handle& A)
 {

@@ -5,9 +5,9 @@
 #include "tests/support/kinds.hpp"
 #include "tests/support/levels.hpp"
 #include "tests/support/matrix.hpp"
+#include "tests/support/outcome.hpp"
 #include "tests/support/raises.hpp"
 
-#include <bit>
 #include <cfenv>
 #include <cstdint>
 #include <string>
@@ -17,6 +17,7 @@
 
 namespace {
 
+using support::bits_of;
 using support::draw;
 using support::Kind;
 using support::kinds;
@@ -32,14 +33,6 @@ struct Outcome {
     bool operator==(const Outcome&) const = default;
 };
 
-std::vector<std::uint64_t> bits(const double* values, std::size_t count)
-{
-    std::vector<std::uint64_t> all;
-    for (std::size_t i = 0; i < count; ++i)
-        all.push_back(std::bit_cast<std::uint64_t>(values[i]));
-    return all;
-}
-
 template <typename Call>
 Outcome outcome(Matrix A, Call call)
 {
@@ -54,10 +47,10 @@ Outcome outcome(Matrix A, Call call)
         return {.raised = {}, .eigenvalues = {}, .re = {}, .im = {}, .has_fault = true};
     const std::size_t area = std::size_t{record.m_anr} * record.m_cols;
     if (result.raised.message.empty()) // else they are nobody's business
-        result.eigenvalues = bits(w.data(), w.size());
-    result.re = bits(record.m_rv, area);
+        result.eigenvalues = bits_of(w.data(), w.size());
+    result.re = bits_of(record.m_rv, area);
     if (record.m_iv != nullptr)
-        result.im = bits(record.m_iv, area);
+        result.im = bits_of(record.m_iv, area);
     return result;
 }
 

@@ -16,6 +16,7 @@
 
 namespace {
 
+using support::bits_of;
 using support::draw;
 using support::Kind;
 using support::kinds;
@@ -33,13 +34,6 @@ struct Outcome {
     bool operator==(const Outcome&) const = default;
 };
 
-std::vector<std::uint64_t> bits(const double* values, std::size_t count)
-{
-    std::vector<std::uint64_t> all;
-    support::append_bits(all, values, count);
-    return all;
-}
-
 using Factorisation = void (*)(EfiCallContext*, aMatrix*, double*, double*, bool);
 
 Outcome outcome(Factorisation factorise, Matrix A, bool strict)
@@ -55,10 +49,10 @@ Outcome outcome(Factorisation factorise, Matrix A, bool strict)
     if (!result.raised.message.empty()) // what a refused matrix looks like afterwards is nobody's business
         return {.raised = result.raised, .re = {}, .im = {}, .pivots = {}};
     const std::size_t area = std::size_t{record.m_anr} * record.m_cols;
-    result.re = bits(record.m_rv, area);
+    result.re = bits_of(record.m_rv, area);
     if (record.m_iv != nullptr)
-        result.im = bits(record.m_iv, area);
-    result.pivots = bits(pivots.data(), pivots.size());
+        result.im = bits_of(record.m_iv, area);
+    result.pivots = bits_of(pivots.data(), pivots.size());
     return result;
 }
 

@@ -5,6 +5,7 @@
 #include "tests/support/judge.hpp"
 #include "tests/support/residuals.hpp"
 #include "tests/support/values.hpp"
+#include "tests/support/wide_values.hpp"
 
 #include <algorithm>
 #include <cstdint>
@@ -19,12 +20,7 @@ using support::Matrix;
 using support::Measured;
 using support::value_of;
 using support::Wide;
-
-Wide wide(const Handle& value)
-{
-    const aMatrix record = Qud::matrix_of(value)->view();
-    return Wide::of(&record);
-}
+using support::wide;
 
 /// Element k of a nested column.
 Wide part(const Handle& nested, std::size_t k)

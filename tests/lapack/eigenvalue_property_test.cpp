@@ -7,6 +7,7 @@
 #include "tests/support/judge.hpp"
 #include "tests/support/residuals.hpp"
 #include "tests/support/values.hpp"
+#include "tests/support/wide_values.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -22,14 +23,9 @@ using support::Matrix;
 using support::Measured;
 using support::value_of;
 using support::Wide;
+using support::wide;
 
 constexpr std::uint32_t largest = 65;
-
-Wide wide(const Handle& value)
-{
-    const aMatrix record = Qud::matrix_of(value)->view();
-    return Wide::of(&record);
-}
 
 void expect_descending(const Wide& values, const char* kind)
 {

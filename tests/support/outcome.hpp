@@ -32,6 +32,13 @@ inline void append_bits(std::vector<std::uint64_t>& all, const double* values, s
         all.push_back(std::bit_cast<std::uint64_t>(std::isnan(values[i]) ? nan : values[i]));
 }
 
+inline std::vector<std::uint64_t> bits_of(const double* values, std::size_t count)
+{
+    std::vector<std::uint64_t> all;
+    append_bits(all, values, count);
+    return all;
+}
+
 /// The bits of the real parts column by column, all NaNs alike.
 inline std::vector<std::uint64_t> bits_of(const aMatrix* M)
 {

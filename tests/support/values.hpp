@@ -52,6 +52,24 @@ inline Qud::Handle value_of(Matrix A)
     return Qud::MatVal::make(A.rows(), A.cols(), re, A.is_complex() ? Qud::SharedNumbers(array(&Matrix::im)) : nullptr);
 }
 
+/// Numbers without pattern between -0.5 and 0.5, the same every time; with imaginary parts when asked for.
+inline Qud::Handle scattered(std::uint32_t rows, std::uint32_t cols, bool complex = false)
+{
+    std::uint64_t state = 88172645463325252U; // Marsaglia's xorshift
+    const auto numbers = [&] {
+        Qud::FreshNumbers array = Qud::fresh_numbers(std::size_t{rows} * cols);
+        for (std::size_t k = 0; k < std::size_t{rows} * cols; ++k) {
+            state ^= state << 13;
+            state ^= state >> 7;
+            state ^= state << 17;
+            array[k] = static_cast<double>(state >> 11) / 9007199254740992.0 - 0.5;
+        }
+        return array;
+    };
+    Qud::SharedNumbers real = numbers();
+    return Qud::MatVal::make(rows, cols, real, complex ? Qud::SharedNumbers(numbers()) : nullptr);
+}
+
 inline Qud::Handle number(double re, double im = 0.0, const Qud::Dim& unit = Qud::Dim::identity)
 {
     return Qud::NumVal::make(re, im, unit);

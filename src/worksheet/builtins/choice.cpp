@@ -1,3 +1,5 @@
+#include "worksheet/builtins/choice.hpp"
+
 #include "bailuxhost/error.hpp"
 #include "efiutl/messages.hpp"
 #include "worksheet/builtins/families.hpp"
@@ -6,16 +8,21 @@
 
 namespace worksheet {
 
+bool holds(const Qud::Handle& condition)
+{
+    const Qud::NumVal* const number = Qud::as_number(condition);
+    if (number == nullptr || !number->is_real() || number->m_dim != Qud::Dim::identity)
+        Evl::Run::AppException::Raise(msg::must_be_real, 1);
+    return number->re() != 0.0;
+}
+
 namespace {
 
 /// `if` as a value, handed to another function: its arguments are there already. Where it is called by its name the
 /// evaluator evaluates the chosen one only.
 Qud::Handle choose(const Qud::Handle& condition, const Qud::Handle& a, const Qud::Handle& b)
 {
-    const Qud::NumVal* const number = Qud::as_number(condition);
-    if (number == nullptr || !number->is_real() || number->m_dim != Qud::Dim::identity)
-        Evl::Run::AppException::Raise(msg::must_be_real, 1);
-    return number->re() != 0.0 ? a : b;
+    return holds(condition) ? a : b;
 }
 
 constexpr std::array raises{Evl::Raise{msg::must_be_real, 1}};

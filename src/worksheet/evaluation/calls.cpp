@@ -1,6 +1,6 @@
-#include "bailuxhost/error.hpp"
 #include "bailuxhost/matval.hpp"
 #include "efiutl/messages.hpp"
+#include "worksheet/builtins/choice.hpp"
 #include "worksheet/evaluation/evaluator.hpp"
 #include "worksheet/functions.hpp"
 
@@ -13,8 +13,6 @@
 namespace worksheet {
 
 namespace {
-
-using Evl::Run::AppException;
 
 /// Calls of users' functions inside one another; a recursion that runs away ends here, on a small stack before.
 constexpr std::size_t max_call_depth = 4000;
@@ -116,20 +114,16 @@ Qud::Handle Evaluator::evaluate_choice(const Frame& frame, const Node& node, con
     bool chosen = false;
     {
         const Qud::Handle condition = evaluate(frame, children[0]);
-        const Qud::NumVal* const number = Qud::as_number(condition);
-        if (number == nullptr || !number->is_real() || number->m_dim != Qud::Dim::identity) {
-            try {
-                AppException::Raise(msg::must_be_real, 1);
-            } catch (...) {
-                rethrow_at({.frame = frame,
-                            .node = node,
-                            .offset = node.start,
-                            .function = row.name,
-                            .operand_nodes = children,
-                            .operands = {&condition, 1}});
-            }
+        try {
+            chosen = holds(condition);
+        } catch (...) {
+            rethrow_at({.frame = frame,
+                        .node = node,
+                        .offset = node.start,
+                        .function = row.name,
+                        .operand_nodes = children,
+                        .operands = {&condition, 1}});
         }
-        chosen = number->re() != 0.0;
     }
     return evaluate(frame, children[chosen ? 1 : 2]);
 }

@@ -4,6 +4,7 @@
 #include "efiutl/messages.hpp"
 #include "efiutl/throw.hpp"
 #include "tests/kernels/plain/modulus.hpp"
+#include "tests/kernels/plain/quotient.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -39,18 +40,6 @@ aComplex square_root(double re, double im)
     if (re > 0.0)
         root.m_im = 0.5 * (im / root.m_re);
     return root;
-}
-
-aComplex quotient(aComplex x, aComplex d)
-{
-    if (std::fabs(d.m_re) >= std::fabs(d.m_im)) {
-        const double r = d.m_im / d.m_re;
-        const double den = d.m_re + r * d.m_im;
-        return {.m_re = (x.m_re + r * x.m_im) / den, .m_im = (x.m_im - r * x.m_re) / den};
-    }
-    const double r = d.m_re / d.m_im;
-    const double den = r * d.m_re + d.m_im;
-    return {.m_re = (r * x.m_re + x.m_im) / den, .m_im = (r * x.m_im - x.m_re) / den};
 }
 
 /// The matrix with rows and columns counted from 1, as in the literature.

@@ -1,10 +1,9 @@
 #include "tests/kernels/plain/inverse.hpp"
 
-#include "tests/kernels/plain/lu.hpp"
-
 #include "efiutl/columns.hpp"
+#include "tests/kernels/plain/lu.hpp"
+#include "tests/kernels/plain/quotient.hpp"
 
-#include <cmath>
 #include <cstddef>
 #include <utility>
 
@@ -19,18 +18,6 @@ aMatrix* copy_of(EfiCallContext* ctx, const aMatrix* A)
     Anyval* copy = nullptr;
     ctx->m_arena->cp(reinterpret_cast<const Anyval*>(A), &copy, true, false);
     return &copy->m_matrix;
-}
-
-aComplex quotient(double x, double y, double c, double d)
-{
-    if (std::fabs(c) >= std::fabs(d)) {
-        const double r = d / c;
-        const double den = c + r * d;
-        return {(x + r * y) / den, (y - r * x) / den};
-    }
-    const double r = c / d;
-    const double den = r * c + d;
-    return {(r * x + y) / den, (r * y - x) / den};
 }
 
 } // namespace
@@ -86,7 +73,7 @@ void complex_inverse(EfiCallContext* ctx, aMatrix* A, aMatrix** result, bool str
             for (std::size_t i = k + 1; i < n; ++i)
                 subtract(i, k);
         for (std::size_t k = n; k-- > 0;) {
-            const aComplex x = quotient(re[k], im[k], at(LU, k, k), at_i(LU, k, k));
+            const aComplex x = quotient({re[k], im[k]}, {at(LU, k, k), at_i(LU, k, k)});
             re[k] = x.m_re;
             im[k] = x.m_im;
             for (std::size_t i = 0; i < k; ++i)

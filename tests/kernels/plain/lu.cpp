@@ -4,6 +4,7 @@
 #include "efiutl/messages.hpp"
 #include "efiutl/throw.hpp"
 #include "tests/kernels/plain/modulus.hpp"
+#include "tests/kernels/plain/quotient.hpp"
 
 #include <cmath>
 #include <utility>
@@ -36,19 +37,6 @@ void raise_maximum(double& maximum, double x)
 {
     if (x > maximum)
         maximum = x;
-}
-
-/// (x + i y) / (c + i d), by Smith's method.
-aComplex quotient(double x, double y, double c, double d)
-{
-    if (std::fabs(c) >= std::fabs(d)) {
-        const double r = d / c;
-        const double den = c + r * d;
-        return {.m_re = (x + r * y) / den, .m_im = (y - r * x) / den};
-    }
-    const double r = c / d;
-    const double den = r * c + d;
-    return {.m_re = (r * x + y) / den, .m_im = (r * y - x) / den};
 }
 
 [[noreturn]] void singular()
@@ -161,7 +149,7 @@ void clu_decomp(EfiCallContext* ctx, aMatrix* A, double* pivots, double* sign, b
             }
         scale[k] = 1.0;
         for (std::size_t i = k + 1; i < n; ++i) {
-            store(ctx, A, i, k, quotient(at(A, i, k), imaginary(A, i, k), at(A, k, k), imaginary(A, k, k)));
+            store(ctx, A, i, k, quotient({at(A, i, k), imaginary(A, i, k)}, {at(A, k, k), imaginary(A, k, k)}));
             raise_maximum(scale[k], modulus_at(A, i, k));
             for (std::size_t j = k + 1; j < n; ++j) {
                 const double re = at(A, i, k) * at(A, k, j) - imaginary(A, i, k) * imaginary(A, k, j);
