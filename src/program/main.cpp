@@ -21,7 +21,8 @@ int main(int argc, char** argv)
 {
     using Command = program::CommandLine::Command;
 
-    std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is an ordinary error of writing
+    std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is an ordinary error of writing,
+    std::signal(SIGXFSZ, SIG_IGN); // and so is a file that may not grow
     try {
         const program::CommandLine line = program::read_command_line(argc, argv);
         switch (line.command) {

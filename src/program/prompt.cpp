@@ -55,8 +55,10 @@ class Prompt::Editor {
 public:
     Editor(const worksheet::Session& session, bool keep_output_clean) : m_session(session), m_file(history_file())
     {
-        std::setlocale(LC_CTYPE,
-                       ""); // the editor reads characters in the terminal's encoding; numbers stay as they are
+        // A worksheet is UTF-8 whatever the environment says: elsewhere the editor would drop the first letter of a
+        // micrometre unseen.
+        if (std::setlocale(LC_CTYPE, "C.UTF-8") == nullptr)
+            std::setlocale(LC_CTYPE, "");
         FILE* const output = keep_output_clean || ::isatty(STDOUT_FILENO) == 0 ? stderr : stdout;
         m_editor.reset(el_init("bailuxsko", stdin, output, stderr));
         m_history.reset(history_init());

@@ -175,6 +175,14 @@ class Output(unittest.TestCase):
                 self.assertEqual(done.returncode, 2, f"{words} {redirection}")
                 self.assertIn(b"bailuxsko: cannot write results: ", done.stderr)
 
+    def test_a_file_that_may_not_grow(self):
+        with tempfile.TemporaryDirectory() as folder:
+            statements = ["f(i, j) := i", "write_csv(matrix(1000, 10, f), \"large.csv\")"]
+            done = subprocess.run(["/bin/sh", "-c", 'ulimit -f 1; "$0" eval "$@"', PROGRAM, *statements], cwd=folder,
+                                  capture_output=True, env=ENVIRONMENT, check=False)
+            self.assertEqual(done.returncode, 1)
+            self.assertIn(b"^ File too large\n", done.stderr)
+
     def test_colours_are_for_terminals_only(self):
         environment = {**ENVIRONMENT, "TERM": "xterm"}
         environment.pop("NO_COLOR")

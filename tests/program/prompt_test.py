@@ -18,11 +18,11 @@ from program import ENVIRONMENT, PROGRAM
 class Terminal:
     """The program at a terminal of 60 columns."""
 
-    def __init__(self, *words, state):
+    def __init__(self, *words, state, locale):
         self.pid, self.terminal = pty.fork()
         if self.pid == 0:
             os.execve(PROGRAM, [str(PROGRAM), *words],
-                      {**ENVIRONMENT, "TERM": "xterm", "LC_ALL": "C.UTF-8", "XDG_STATE_HOME": state})
+                      {**ENVIRONMENT, "TERM": "xterm", "LC_ALL": locale, "XDG_STATE_HOME": state})
         termios.tcsetwinsize(self.terminal, (24, 60))
         self.output = ""
 
@@ -61,8 +61,8 @@ class Prompt(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.state = folder.name
 
-    def start(self, *words):
-        return Terminal("eval", *words, state=self.state)
+    def start(self, *words, locale="C.UTF-8"):
+        return Terminal("eval", *words, state=self.state, locale=locale)
 
     def test_results_errors_and_the_end(self):
         terminal = self.start()
@@ -93,6 +93,14 @@ class Prompt(unittest.TestCase):
         terminal.type("transp\t[1, 2])\r")
         terminal.expect("[ 1 ]")
         self.assertEqual(terminal.leave(), 0)
+
+    def test_no_character_is_lost_in_any_locale(self):
+        for locale in ("C", "C.UTF-8", "nowhere"):
+            terminal = self.start(locale=locale)
+            terminal.expect("> ")
+            terminal.type("3 \u00b5m\r")
+            terminal.expect("3e-6 m\r\n")
+            self.assertEqual(terminal.leave(), 0)
 
     def test_choices_are_shown(self):
         terminal = self.start()
