@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -40,6 +41,13 @@ private:
     int m_descriptor;
 };
 
+/// Whether standard input has something to read at once, be it its end.
+bool more_is_waiting()
+{
+    pollfd input{.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
+    return ::poll(&input, 1, 0) > 0;
+}
+
 } // namespace
 
 std::optional<std::string> read_source(const std::string& file, std::string& failure)
@@ -68,7 +76,8 @@ std::optional<std::string> read_source(const std::string& file, std::string& fai
 
 bool read_standard_input(const std::function<void(std::string_view)>& piece, std::string& failure)
 {
-    std::string text; // what has come and is not handed over yet
+    std::string text;           // what has come and is not handed over yet
+    std::size_t unfinished = 0; // so much of it, looked through, ends inside a bracket
     std::string bytes(chunk, '\0');
     for (;;) {
         const ssize_t count = ::read(STDIN_FILENO, bytes.data(), bytes.size());
@@ -85,7 +94,11 @@ bool read_standard_input(const std::function<void(std::string_view)>& piece, std
         }
         text.append(bytes, 0, static_cast<std::size_t>(count));
         const std::string_view lines = std::string_view(text).substr(0, text.rfind('\n') + 1);
-        if (lines.empty() || worksheet::is_unfinished(lines))
+        // A bracket over many megabytes is not looked through for each chunk, but whoever waits for an answer gets it.
+        if (lines.empty() || (lines.size() < 2 * unfinished && more_is_waiting()))
+            continue;
+        unfinished = worksheet::is_unfinished(lines) ? lines.size() : 0;
+        if (unfinished > 0)
             continue;
         piece(lines);
         text.erase(0, lines.size());

@@ -85,6 +85,10 @@ class Statements(unittest.TestCase):
         for words in [("eval",), ("run", "-")]:
             self.assertEqual(run(*words, stdin="1\n2").stdout, "1\n2\n")
 
+    def test_a_bracket_over_many_lines_of_standard_input(self):
+        done = run("eval", stdin="sigmasum([" + ";\n".join(["1"] * 300000) + "])\n2\n")
+        self.assertEqual(done.stdout, "300000\n2\n")
+
     def test_byte_order_mark_line_ends_and_tabs(self):
         source = b"\xef\xbb\xbfa\t:= [1,\r\n 2]\r\n\r\n# comment\r\na[1]\r\n"
         self.assertEqual(run("eval", stdin=source).stdout, "2\n")
