@@ -108,10 +108,36 @@ TEST(Session, TellsPeopleWhatWasFound)
     EXPECT_EQ(error("identity(3 * 1.1)").found, "argument 1 of identity is 3.3000000000000003");
     EXPECT_EQ(error("identity(inf)").found, "argument 1 of identity is inf");
     EXPECT_EQ(error("identity(NaN * m)").found, "argument 1 of identity is NaN, in m");
-    // a call that fails as a whole names its first argument without elements
-    EXPECT_EQ(error("lu([])").found, "argument 1 of lu is 0 by 0");
-    EXPECT_EQ(error("match(1, [], \"near\")").found, "argument 2 of match is 0 by 0");
-    EXPECT_EQ(error("lu([1, 2; 2, 4])").found, "");
+}
+
+TEST(Session, TellsPeopleWhichShapesACallWasMadeWith)
+{
+    Session session;
+    const auto found = [&](std::string_view source) { return result_of(session, source).error.found; };
+    EXPECT_EQ(found("lu([1; 2])"), "argument 1 of lu is 2 by 1");
+    EXPECT_EQ(found("mult([1, 2; 3, 4], [5, 6, 7])"), "argument 1 of mult is 2 by 2; argument 2 of mult is 1 by 3");
+    EXPECT_EQ(found("geninv([1, 2])"), "argument 1 of geninv is 1 by 2");
+    EXPECT_EQ(found("lu([])"), "argument 1 of lu is 0 by 0");
+    // other messages name only what has no elements
+    EXPECT_EQ(found("match(1, [], \"near\")"), "argument 2 of match is 0 by 0");
+    EXPECT_EQ(found("match(1, [2; 3])"), "");
+    EXPECT_EQ(found("lu([1, 2; 2, 4])"), "");
+}
+
+TEST(Session, TellsPeopleWhichIndicesThereAre)
+{
+    Session session;
+    result_of(session, "A := [1, 2; 3, 4]");
+    result_of(session, "v := [1; 2; 3]");
+    const auto found = [&](std::string_view source) { return result_of(session, source).error.found; };
+    EXPECT_EQ(found("A[2, 0]"), "row 2 is not among 0 to 1");
+    EXPECT_EQ(found("A[0, -1]"), "column -1 is not among 0 to 1");
+    EXPECT_EQ(found("v[1e12]"), "index 1000000000000 is not among 0 to 2");
+    EXPECT_EQ(found("[][0]"), "it is 0 by 0");
+    EXPECT_EQ(found("v[0.5]"), "the index is 0.5");
+    EXPECT_EQ(found("A[0, 1i]"), "it is 2 by 2");
+    result_of(session, "set origin 1");
+    EXPECT_EQ(found("v[0]"), "index 0 is not among 1 to 3");
 }
 
 TEST(Session, TellsPeopleHowManyArgumentsThereAre)

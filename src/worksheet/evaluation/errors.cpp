@@ -50,15 +50,23 @@ std::string argument_words(const Site& site, std::size_t argument)
     return fmt::format("argument {} of {} is {}", argument, site.function, description(site.operands[argument - 1]));
 }
 
-/// What is worth saying of a call that failed as a whole: its first argument without elements.
-std::string empty_argument_words(const Site& site)
+bool is_about_shapes(const std::string& message)
 {
+    return message == msg::invalid_dimension || message == msg::must_be_square || message == msg::array_size_mismatch ||
+           message == msg::rows_less_than_columns;
+}
+
+/// What is worth saying of a call that failed as a whole: the matrices among its arguments when shapes are at fault,
+/// else those without elements.
+std::string call_words(const Site& site, const std::string& message)
+{
+    std::string words;
     for (std::size_t k = 1; k <= site.operands.size(); ++k) {
         const Qud::MatVal* const M = Qud::matrix_of(site.operands[k - 1]);
-        if (M != nullptr && M->is_empty())
-            return argument_words(site, k);
+        if (M != nullptr && (M->is_empty() || is_about_shapes(message)))
+            words.append(words.empty() ? "" : "; ").append(argument_words(site, k));
     }
-    return {};
+    return words;
 }
 
 /// The argument that the error's index names; for an operator both sides.
@@ -68,7 +76,7 @@ std::string found_words(const Site& site, const Evl::Run::AppException& error)
         return error.detail();
     if (!site.function.empty())
         return names_operand(site, error.index()) ? argument_words(site, static_cast<std::size_t>(error.index()))
-                                                  : empty_argument_words(site);
+                                                  : call_words(site, error.message());
     if (site.node.kind == NodeKind::chain && site.operands.size() == 2)
         return fmt::format("left is {}; right is {}", description(site.operands[0]), description(site.operands[1]));
     if (!site.operands.empty())
