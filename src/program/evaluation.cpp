@@ -145,13 +145,25 @@ void evaluate_arguments(const CommandLine& line, Reporter& reporter)
         evaluate_part(session, statement, lines_before++, reporter);
 }
 
+/// What people type who look for the way out of a prompt; both are ordinary names.
+bool is_farewell(std::string_view source)
+{
+    const std::size_t length = source.find_last_not_of(" \n") + 1;
+    const std::string_view typed = source.substr(0, length);
+    return typed == "quit" || typed == "exit" || typed == "quit()" || typed == "exit()";
+}
+
 void evaluate_prompt(const CommandLine& line, Reporter& reporter)
 {
     worksheet::Session session(line.settings);
     Prompt prompt(session, line.json);
     std::string source;
     while (prompt.read(source))
-        session.evaluate(source, [&](const StatementResult& result) { reporter.report(result); });
+        session.evaluate(source, [&](const StatementResult& result) {
+            reporter.report(result);
+            if (result.kind == StatementResult::Kind::error && is_farewell(source))
+                write_error("Control-D ends the program.\n");
+        });
 }
 
 } // namespace

@@ -74,6 +74,18 @@ class Prompt(unittest.TestCase):
         terminal.expect("undefined name: nobody")
         self.assertEqual(terminal.leave(), 1)
 
+    def test_the_way_out(self):
+        terminal = self.start()
+        terminal.expect("> ")
+        terminal.type("quit\r")
+        terminal.expect("undefined name: quit")
+        terminal.expect("Control-D ends the program.\r\n")
+        terminal.expect("> ")
+        terminal.type("exit := 42\rexit\r")
+        terminal.expect("42\r\n")
+        self.assertNotIn("Control-D", terminal.output)
+        self.assertEqual(terminal.leave(), 1)
+
     def test_a_bracket_goes_on_in_the_next_line(self):
         terminal = self.start()
         terminal.expect("> ")
