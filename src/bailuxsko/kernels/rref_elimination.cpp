@@ -134,19 +134,21 @@ template <class Vector>
                                                std::size_t first, std::size_t end, const Scaled& scaled)
 {
     constexpr std::size_t height = tiles::tile_rows<Vector>;
+    constexpr std::size_t columns_at_a_tile = tiles::tile_cols<Vector>;
     double strip[height * panel_columns];
     for (std::size_t i = from; i < to; i += height) {
         const std::size_t rows = std::min(height, to - i);
-        pack_multipliers(T, S, i, rows, height, strip);
-        for (std::size_t j = first; j < end; j += tiles::tile_cols) {
+        const std::size_t padded = tiles::padded_rows<Vector>(rows);
+        pack_multipliers(T, S, i, rows, padded, strip);
+        for (std::size_t j = first; j < end; j += columns_at_a_tile) {
             tiles::Columns columns;
-            for (std::size_t t = 0; t < tiles::tile_cols; ++t) {
+            for (std::size_t t = 0; t < columns_at_a_tile; ++t) {
                 const std::size_t column = std::min(j + t, end - 1);
                 columns.m_b[t] = scaled[column - first];
                 columns.m_c[t] = T.column(column) + i;
             }
-            tiles::tile<tiles::Update::subtract, Vector>(strip, S.m_count, columns, rows,
-                                                         std::min(tiles::tile_cols, end - j), false);
+            tiles::tile<tiles::Update::subtract, Vector>({strip, static_cast<std::ptrdiff_t>(padded)}, S.m_count,
+                                                         columns, rows, std::min(columns_at_a_tile, end - j), false);
         }
     }
 }
