@@ -8,8 +8,8 @@
 /// Blocks of matrix products with every element's operations in the order of the plain loops (Goto and van de Geijn,
 /// Anatomy of high-performance matrix multiplication, ACM TOMS 34, 2008): strips of rows of the left factor, packed so
 /// that they stay in the second cache where that pays, meet a few columns of the right one at a time, and the elements
-/// of a tile stay in registers while they take their terms. Rows and columns beyond the edge repeat the last real ones and are not
-/// stored: zeros there would raise flags that the matrices do not (0 times infinity).
+/// of a tile stay in registers while they take their terms. Rows and columns beyond the edge repeat the last real ones
+/// and are not stored: zeros there would raise flags that the matrices do not (0 times infinity).
 namespace native::tiles {
 
 using side_by_side::Eight;
