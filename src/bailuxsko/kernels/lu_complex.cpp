@@ -121,43 +121,26 @@ bool eliminate(const RealSoFar& A, double* scale, double* pivots1, double* sign)
     return true;
 }
 
-bool eliminate_both_parts(EfiCallContext* ctx, const aMatrix* A, double* scale, double* pivots1, double* sign)
+bool eliminate_both_parts(EfiCallContext* ctx, ComplexElimination E)
 {
-    const std::size_t n = A->m_rows;
-    const bool blocked = n >= smallest_blocked;
-    if (blocked && pivots1 == nullptr)
-        pivots1 = Efi::uncleared_doubles(ctx, n); // exchanges are carried out later, outside a range's own columns
-    const ComplexElimination E{.m_re = A->m_rv,
-                               .m_im = A->m_iv,
-                               .m_ld = A->m_anr,
-                               .m_n = n,
-                               .m_scale = scale,
-                               .m_moduli = Efi::uncleared_doubles(ctx, n),
-                               .m_pivots1 = pivots1,
-                               .m_sign = sign};
+    const bool blocked = E.m_n >= smallest_blocked;
+    if (blocked && E.m_pivots1 == nullptr) // exchanges are carried out later, outside a range's own columns
+        E.m_pivots1 = Efi::uncleared_doubles(ctx, E.m_n);
     if (!blocked)
         return at_level(eliminate_complex_baseline, eliminate_complex_avx2)(E);
-    double* const packed = Efi::uncleared_doubles(ctx, blocked_complex_workspace(n));
+    double* const packed = Efi::uncleared_doubles(ctx, blocked_complex_workspace(E.m_n));
     return at_level(eliminate_complex_blocked_baseline, eliminate_complex_blocked_avx2,
                     eliminate_complex_blocked_avx512)(E, packed);
 }
 
-/// The largest modulus of U(k, j) times the growth bound of step k, over all steps but the last. The strict test has
-/// no use for it.
-double growth(const aMatrix* A, const double* bound)
+/// The largest modulus of U(k, j) times the growth bound of step k. The strict test has no use for it.
+double growth(const ComplexElimination& E)
 {
-    const std::size_t n = A->m_rows;
+    if (E.m_im != nullptr)
+        return at_level(complex_growth_baseline, complex_growth_avx2)(E);
     double g = 0.0;
-    for (std::size_t j = 0; j < n; ++j) {
-        const double* const re = Efi::column(A, j);
-        const std::size_t count = std::min(j + 1, n - 1);
-        if (A->m_iv == nullptr) {
-            g = largest(count, g, [=](std::size_t k) { return std::fabs(re[k]) * bound[k]; });
-            continue;
-        }
-        const double* const im = Efi::column_i(A, j);
-        g = largest(count, g, [=](std::size_t k) { return modulus(re[k], im[k]) * bound[k]; });
-    }
+    for (std::size_t j = 0; j < E.m_n; ++j)
+        g = largest(std::min(j + 1, E.m_n - 1), g, [&](std::size_t k) { return std::fabs(E.re(j)[k]) * E.m_scale[k]; });
     return g;
 }
 
@@ -181,13 +164,22 @@ void clu_decomp(EfiCallContext* ctx, aMatrix* A, double* pivots, double* sign, b
     *sign = 1.0;
     require_square(A);
     require_real_array(A);
-    double* const scale = Efi::uncleared_doubles(ctx, A->m_rows);
+    const std::size_t n = A->m_rows;
+    ComplexElimination E{.m_re = A->m_rv,
+                         .m_im = A->m_iv,
+                         .m_ld = A->m_anr,
+                         .m_n = n,
+                         .m_scale = Efi::uncleared_doubles(ctx, n),
+                         .m_moduli = Efi::uncleared_doubles(ctx, n),
+                         .m_pivots1 = pivots,
+                         .m_sign = sign};
     const bool regular = A->m_iv != nullptr
-                             ? eliminate_both_parts(ctx, A, scale, pivots, sign)
-                             : eliminate(RealSoFar{.m_ctx = ctx, .m_A = A, .m_n = A->m_rows}, scale, pivots, sign);
+                             ? eliminate_both_parts(ctx, E)
+                             : eliminate(RealSoFar{.m_ctx = ctx, .m_A = A, .m_n = n}, E.m_scale, pivots, sign);
     if (!regular)
         Efi::Throw(msg::singular_matrix, -1);
-    raise_flags_of(growth(A, scale));
+    E.m_im = A->m_iv; // which it may have got on the way
+    raise_flags_of(growth(E));
     if (strict && !passes_strict_test(A))
         Efi::Throw(msg::singular_matrix, -1);
 }

@@ -93,6 +93,10 @@ bool scale_rows_at_baseline(const ComplexElimination& E)
 {
     return scale_rows(E);
 }
+double growth_at_baseline(const ComplexElimination& E)
+{
+    return largest_growth(E);
+}
 constexpr Leaves<ComplexElimination> baseline{eliminate_at_baseline, solve_at_baseline, subtract_at_baseline, exchange};
 
 #if defined(__x86_64__)
@@ -113,6 +117,10 @@ constexpr Leaves<ComplexElimination> baseline{eliminate_at_baseline, solve_at_ba
 {
     return scale_rows(E);
 }
+[[gnu::target("avx2")]] double growth_at_avx2(const ComplexElimination& E)
+{
+    return largest_growth(E);
+}
 constexpr Leaves<ComplexElimination> avx2{eliminate_at_avx2, solve_at_avx2, subtract_at_avx2, exchange};
 
 [[gnu::target("avx512f")]] void subtract_at_avx512(const ComplexElimination& E, Range steps, Range rows, Range columns,
@@ -123,6 +131,7 @@ constexpr Leaves<ComplexElimination> avx2{eliminate_at_avx2, solve_at_avx2, subt
 constexpr Leaves<ComplexElimination> avx512{eliminate_at_avx2, solve_at_avx2, subtract_at_avx512, exchange};
 #else
 constexpr auto scale_rows_at_avx2 = scale_rows_at_baseline;
+constexpr auto growth_at_avx2 = growth_at_baseline;
 constexpr Leaves<ComplexElimination> avx2 = baseline;
 constexpr Leaves<ComplexElimination> avx512 = baseline;
 #endif
@@ -132,6 +141,16 @@ constexpr Leaves<ComplexElimination> avx512 = baseline;
 std::size_t blocked_complex_workspace(std::size_t n)
 {
     return tiles::complex_workspace(n, n);
+}
+
+double complex_growth_baseline(const ComplexElimination& E)
+{
+    return growth_at_baseline(E);
+}
+
+double complex_growth_avx2(const ComplexElimination& E)
+{
+    return growth_at_avx2(E);
 }
 
 bool eliminate_complex_baseline(const ComplexElimination& E)

@@ -128,6 +128,27 @@ struct ComplexElimination {
     return true;
 }
 
+/// The largest modulus of U(k, j) times the growth bound of step k, over all steps but the last.
+[[gnu::always_inline]] inline double largest_growth(const ComplexElimination& E)
+{
+    const double* const bound = E.m_scale;
+    double* const __restrict grown = E.m_moduli;
+    double g = 0.0;
+    for (std::size_t j = 0; j < E.m_n; ++j) {
+        const double* const re = E.re(j);
+        const double* const im = E.im(j);
+        const std::size_t count = std::min(j + 1, E.m_n - 1);
+        for (std::size_t k = 0; k < count; ++k)
+            grown[k] = modulus(re[k], im[k]) * bound[k];
+        g = largest(count, g, [=](std::size_t k) { return grown[k]; });
+    }
+    return g;
+}
+
+/// The same at either level.
+double complex_growth_baseline(const ComplexElimination& E);
+double complex_growth_avx2(const ComplexElimination& E);
+
 /// The whole elimination at either level; false at a row of zeros and at a pivot both of whose parts are exactly zero.
 bool eliminate_complex_baseline(const ComplexElimination& E);
 bool eliminate_complex_avx2(const ComplexElimination& E);

@@ -24,7 +24,7 @@ constexpr double eps = 2.220446049250313e-16; // of double precision
 constexpr std::size_t smallest_blocked = 64;
 
 /// The reciprocal of every row's largest magnitude; false when a row holds nothing but zeros.
-bool scale_rows(const Elimination& E)
+[[gnu::always_inline]] inline bool scale_rows(const Elimination& E)
 {
     double* const scale = E.m_scale;
     std::fill_n(scale, E.m_n, 0.0);
@@ -42,22 +42,8 @@ bool scale_rows(const Elimination& E)
     return true;
 }
 
-bool eliminate_baseline(const Elimination& E)
-{
-    return eliminate_columns(E, 0, E.m_n);
-}
-
-#if defined(__x86_64__)
-[[gnu::target("avx2")]] bool eliminate_avx2(const Elimination& E)
-{
-    return eliminate_columns(E, 0, E.m_n);
-}
-#else
-constexpr auto eliminate_avx2 = eliminate_baseline;
-#endif
-
 /// The largest |U(k, j)| times the growth bound of step k, over all steps but the last.
-double growth(const Elimination& E)
+[[gnu::always_inline]] inline double growth(const Elimination& E)
 {
     double g = 0.0;
     for (std::size_t j = 0; j < E.m_n; ++j) {
@@ -67,6 +53,38 @@ double growth(const Elimination& E)
     }
     return g;
 }
+
+bool scale_rows_baseline(const Elimination& E)
+{
+    return scale_rows(E);
+}
+bool eliminate_baseline(const Elimination& E)
+{
+    return eliminate_columns(E, 0, E.m_n);
+}
+double growth_baseline(const Elimination& E)
+{
+    return growth(E);
+}
+
+#if defined(__x86_64__)
+[[gnu::target("avx2")]] bool scale_rows_avx2(const Elimination& E)
+{
+    return scale_rows(E);
+}
+[[gnu::target("avx2")]] bool eliminate_avx2(const Elimination& E)
+{
+    return eliminate_columns(E, 0, E.m_n);
+}
+[[gnu::target("avx2")]] double growth_avx2(const Elimination& E)
+{
+    return growth(E);
+}
+#else
+constexpr auto scale_rows_avx2 = scale_rows_baseline;
+constexpr auto eliminate_avx2 = eliminate_baseline;
+constexpr auto growth_avx2 = growth_baseline;
+#endif
 
 /// The textbook tests the diagonal so far at every step. The growth never falls and an element of the diagonal is
 /// final at its own step, so one test after the last step refuses the same matrices. The first element is never tested.
@@ -98,14 +116,14 @@ void lu_decomp(EfiCallContext* ctx, aMatrix* A, double* pivots, double* sign, bo
                         .m_pivots = pivots,
                         .m_sign = sign};
     double* const packed = blocked ? Efi::uncleared_doubles(ctx, blocked_workspace(n)) : nullptr;
-    if (!scale_rows(E))
+    if (!at_level(scale_rows_baseline, scale_rows_avx2)(E))
         Efi::Throw(msg::singular_matrix, -1);
     const bool regular =
         blocked ? at_level(eliminate_blocked_baseline, eliminate_blocked_avx2, eliminate_blocked_avx512)(E, packed)
                 : at_level(eliminate_baseline, eliminate_avx2)(E);
     if (!regular)
         Efi::Throw(msg::singular_matrix, -1);
-    const double g = growth(E);
+    const double g = at_level(growth_baseline, growth_avx2)(E);
     raise_flags_of(g);
     if (strict && !passes_strict_test(E, g))
         Efi::Throw(msg::singular_matrix, -1);

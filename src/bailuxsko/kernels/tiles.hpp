@@ -231,26 +231,30 @@ template <Update update, class Vector>
         columns_of_tile<update, Vector, 1>(strip, depth, at, rows, cols, begin);
 }
 
-/// The terms of a product in blocks of depth_at_once, in the order that the update takes them in. For each the rows of
-/// the left factor are visited a block of them at a time.
+/// Some terms of a product, for some rows of it.
 struct Block {
     std::size_t m_first_term;
     std::size_t m_terms;
     std::size_t m_row;
     std::size_t m_rows;
-    bool m_begins; ///< no terms have gone before
+    bool m_begins; ///< no terms have gone before, and the sums start at 0.0
 };
 
+/// Visits rows `first` to `end` - 1 of a product, with the terms in the order of the update and evenly deep blocks.
 template <Update update, class Visit>
 [[gnu::always_inline]] inline void for_each_block(std::size_t first, std::size_t end, std::size_t depth, Visit visit)
 {
-    for (std::size_t done = 0; done < depth; done += depth_at_once)
+    const std::size_t steps = (depth + depth_at_once - 1) / depth_at_once;
+    for (std::size_t step = 0; step < steps; ++step) {
+        const std::size_t done = depth * step / steps;
+        const std::size_t terms = depth * (step + 1) / steps - done;
         for (std::size_t row = first; row < end; row += rows_at_once)
             visit(Block{.m_first_term = update == Update::subtract_descending ? depth - 1 - done : done,
-                        .m_terms = std::min(depth_at_once, depth - done),
+                        .m_terms = terms,
                         .m_row = row,
                         .m_rows = std::min(rows_at_once, end - row),
                         .m_begins = update == Update::product && done == 0});
+    }
 }
 
 /// Rows `first` to `end` - 1 of C from the same rows of A; column j of B and of C stands where b(j) and c(j) point.
