@@ -21,7 +21,7 @@ namespace {
 constexpr double eps = 2.220446049250313e-16; // of double precision
 
 /// From here on packing pays for itself.
-constexpr std::size_t smallest_blocked = 64;
+constexpr std::size_t smallest_blocked = 32;
 
 /// The reciprocal of every row's largest magnitude; false when a row holds nothing but zeros.
 [[gnu::always_inline]] inline bool scale_rows(const Elimination& E)
