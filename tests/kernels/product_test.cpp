@@ -116,6 +116,45 @@ TEST_P(ProductBits, AreThoseOfThePlainSums)
             }
 }
 
+TEST_P(ProductBits, OfFewRowsAreThoseOfThePlainSums)
+{
+    Random random(20241121);
+    for (std::uint32_t m = 1; m <= 17; ++m)
+        for (const std::uint32_t k : {1U, 2U, 3U, 4U, 5U, 15U, 16U, 17U, 40U})
+            for (const std::uint32_t n : {1U, 2U, 3U, 4U, 5U, 6U, 7U, 8U, 11U}) {
+                Matrix A = draw(m, k, m % 3, false, random);
+                Matrix B = draw(k, n, n % 2, false, random);
+                const aMatrix a = A.record();
+                const aMatrix b = B.record();
+                EfiCallContext ctx;
+                const aMatrix* const C = native::product(&ctx, &a, &b);
+                EXPECT_EQ(bits(support::real(C)), bits(support::real(plain_product(A, B))))
+                    << m << ' ' << k << ' ' << n;
+            }
+}
+
+TEST_P(ProductBits, OfFewRowsRaiseNoFlagsOfTheirOwn)
+{
+    for (std::uint32_t m = 1; m <= 17; ++m)
+        for (const std::uint32_t k : {1U, 2U, 3U, 4U, 5U, 17U}) {
+            Matrix A(m, k, m + 4); // zeros between the columns, which times infinity would be no number
+            Matrix B(k, 7, k + 1);
+            for (std::uint32_t l = 0; l < k; ++l) {
+                for (std::uint32_t i = 0; i < m; ++i)
+                    A.re(i, l) = 1.0;
+                for (std::uint32_t j = 0; j < 7; ++j)
+                    B.re(l, j) = HUGE_VAL;
+            }
+            const aMatrix a = A.record();
+            const aMatrix b = B.record();
+            EfiCallContext ctx;
+            std::feclearexcept(FE_ALL_EXCEPT);
+            const aMatrix* const C = native::product(&ctx, &a, &b);
+            EXPECT_EQ(std::fetestexcept(FE_INVALID | FE_OVERFLOW | FE_DIVBYZERO), 0) << m << ' ' << k;
+            EXPECT_EQ(support::real(C), std::vector<double>(std::size_t{m} * 7, HUGE_VAL)) << m << ' ' << k;
+        }
+}
+
 TEST_P(ProductBits, EdgesOfTilesRaiseNoFlagsOfTheirOwn)
 {
     Matrix A(19, 6, 21);
