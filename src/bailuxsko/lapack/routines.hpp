@@ -3,6 +3,7 @@
 #include "bailuxsko/lapack/fortran.hpp"
 #include "bailuxsko/lapack/pivoting.hpp"
 #include "bailuxsko/lapack/provider.hpp"
+#include "bailuxsko/lapack/small_systems.hpp"
 #include "efiutl/api.hpp"
 
 namespace lapack {
@@ -15,11 +16,11 @@ struct Routines {
     decltype(&MKL_malloc) malloc = &MKL_malloc;
     decltype(&MKL_free) free = &MKL_free;
 
-    decltype(&fortran::dgesv_) dgesv = &fortran::dgesv_;
+    decltype(&fortran::dgesv_) dgesv = &dgesv_of_any_size;
     decltype(&fortran::zgesv_) zgesv = &fortran::zgesv_;
     decltype(&fortran::dgelsy_) dgelsy = &fortran::dgelsy_;
     decltype(&fortran::zgelsy_) zgelsy = &fortran::zgelsy_;
-    decltype(&fortran::dgetrf_) dgetrf = &fortran::dgetrf_;
+    decltype(&fortran::dgetrf_) dgetrf = &dgetrf_of_any_size;
     decltype(&fortran::zgetrf_) zgetrf = &fortran::zgetrf_;
     decltype(&fortran::dgetri_) dgetri = &fortran::dgetri_;
     decltype(&fortran::zgetri_) zgetri = &fortran::zgetri_;
