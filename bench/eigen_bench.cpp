@@ -140,7 +140,7 @@ bool agree(const Qud::Handle& ours, const Spectrum& peer)
     const bool has_vectors = !peer.V_re.empty();
     const Columns found{has_vectors ? peer.V_re.data() : peer.re.data(),
                         has_vectors ? peer.V_im.data() : peer.im.data(), has_vectors ? n : 1};
-    const Columns given{M.m_rarr.get(), M.m_iarr.get(), found.height};
+    const Columns given{M.m_rarr, M.m_iarr, found.height};
     const double largest =
         has_vectors ? 1.0 : std::fabs(*std::max_element(peer.re.begin(), peer.re.end(), [](double a, double b) {
             return std::fabs(a) < std::fabs(b);

@@ -44,7 +44,7 @@ Factors eigen_lu(const Eigen::MatrixXd& A)
 bool both_factorise(const Eigen::MatrixXd& A, const Qud::Handle& ours, const Factors& peer)
 {
     const Qud::MatVal& packed = *Qud::matrix_of(ours);
-    const Eigen::Map<const Eigen::MatrixXd> all(packed.m_rarr.get(), packed.Rows(), packed.Cols());
+    const Eigen::Map<const Eigen::MatrixXd> all(packed.m_rarr, packed.Rows(), packed.Cols());
     const Eigen::Index n = A.rows();
     const double ours_off = (all.leftCols(n) * A - all.middleCols(n, n) * all.rightCols(n)).norm();
     const double peer_off = (peer.P * A - peer.L * peer.U).norm();

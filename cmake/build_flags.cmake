@@ -5,6 +5,9 @@ target_compile_features(build_flags INTERFACE cxx_std_20)
 target_include_directories(build_flags INTERFACE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(build_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off -fno-math-errno)
+# Nobody replaces a function of ours at load time, so that a library calls its own functions directly.
+target_compile_options(build_flags INTERFACE
+    $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:-fno-semantic-interposition>)
 # GCC 12 warns of an overlap inside std::string's own insert that cannot happen.
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(build_flags INTERFACE -Wno-restrict)

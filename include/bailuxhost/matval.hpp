@@ -6,7 +6,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -24,9 +26,17 @@ using FreshNumbers = std::shared_ptr<double[]>;
 BAILUXSKO_API FreshNumbers fresh_numbers(std::size_t count);
 /// The same, zero-filled.
 BAILUXSKO_API FreshNumbers zero_numbers(std::size_t count);
+/// A packed copy of rows by cols numbers, of which column j stands at source + j * anr.
+BAILUXSKO_API FreshNumbers copied_numbers(const double* source, std::size_t rows, std::size_t cols, std::size_t anr);
 
 /// rows * cols, or std::bad_alloc where that is more than any memory holds.
-BAILUXSKO_API std::size_t element_count(std::size_t rows, std::size_t cols);
+inline std::size_t element_count(std::size_t rows, std::size_t cols)
+{
+    constexpr std::size_t largest = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(double);
+    if (cols != 0 && rows > largest / cols)
+        throw std::bad_alloc();
+    return rows * cols;
+}
 
 /// A text or nested array inside a matrix, under its storage index (m_offset + column * Anr + row).
 struct Entry {
@@ -49,8 +59,9 @@ struct Units {
 
 /// A matrix: real parts, maybe imaginary parts, units, and a table of the texts and nested arrays among its elements,
 /// whose number slots hold the pointer NaN. Arrays are shared: a block of a matrix is a view (m_offset, Anr larger
-/// than Rows) and copies nothing.
-class BAILUXSKO_API MatVal final : public DimVal {
+/// than Rows) and copies nothing. Only the few numbers of a small copy stand in the value itself, which saves an
+/// allocation; what is made of that value has copies of its own.
+class BAILUXSKO_API MatVal : public DimVal {
 public:
     struct Parts {
         std::uint32_t rows = 0;
@@ -63,18 +74,33 @@ public:
         std::shared_ptr<const EntryTable> entries; ///< null for none
     };
 
+private:
+    /// Shuts constructors that std::make_shared has to reach.
+    struct Key {
+        explicit Key() = default;
+    };
+
+public:
     /// Takes the parts over; units that turn out to be the same for every number are held as one.
     explicit MatVal(Parts parts);
     static Handle make(Parts parts) { return std::make_shared<const MatVal>(std::move(parts)); }
     /// A fresh packed matrix of plain scalars of one unit; imaginary may be null.
     static Handle make(std::uint32_t rows, std::uint32_t cols, SharedNumbers real, SharedNumbers imaginary = nullptr,
                        const Dim& unit = Dim::identity);
+    /// The same with copies of numbers that stand elsewhere, column j at real + j * anr; imaginary may be null.
+    /// Up to most_held_numbers are held by the value itself.
+    static Handle copy_of(std::uint32_t rows, std::uint32_t cols, const double* real, const double* imaginary,
+                          std::size_t anr, const Dim& unit = Dim::identity);
+    static constexpr std::size_t most_held_numbers = 100;
     /// The 0-by-0 matrix, real, without unit.
     static Handle empty();
+    /// For `make` and `copy_of`: null owners stand for numbers that the value holds itself.
+    MatVal(Key, std::uint32_t rows, std::uint32_t cols, const Dim& unit, const double* real, const double* imaginary,
+           SharedNumbers real_owner, SharedNumbers imaginary_owner) noexcept;
 
     const mat_val Data;         ///< the record; workers get a filled copy of it (see `view`), never itself
-    const SharedNumbers m_rarr; ///< real parts of the whole allocation
-    const SharedNumbers m_iarr; ///< imaginary parts, or null
+    const double* const m_rarr; ///< real parts of the whole allocation, for as long as this value lives
+    const double* const m_iarr; ///< imaginary parts, or null
     const std::size_t m_offset; ///< where element (0, 0) stands in both arrays
 
     std::uint32_t Rows() const noexcept { return Data.m_rows; }
@@ -158,8 +184,12 @@ public:
     }
 
 private:
+    template <std::size_t room>
+    class WithNumbers;
+
     struct Normalised {};
     MatVal(Normalised, Parts parts);
+    /// The parts of this value for another one; numbers that stand in this value itself are copied.
     Parts parts() const;
 
     /// What is nested in a matrix: levels of arrays, itself included, and elements.
@@ -169,6 +199,8 @@ private:
     };
     static Extent extent_of(const Parts& parts);
 
+    const SharedNumbers m_real_owner;      ///< keeps m_rarr; null when the numbers stand in this value itself
+    const SharedNumbers m_imaginary_owner; ///< keeps m_iarr
     const Extent m_extent;
     const Units m_units;
     const std::shared_ptr<const EntryTable> m_entries;

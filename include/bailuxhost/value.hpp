@@ -52,7 +52,7 @@ public:
     const Dim m_dim;
 
     /// The same value with another unit; every number of a matrix gets it. A marker leaves the units as they are.
-    static Handle dv(const Handle& value, const Dim& unit);
+    static Handle dv(Handle value, const Dim& unit);
 
     /// The whole number that this is (real, finite, whole in SI; the unit is not looked at), or nothing. Matrices are
     /// none.

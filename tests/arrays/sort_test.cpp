@@ -120,7 +120,7 @@ TEST(Sort, ViewsAreSortedAndTheirMatrixIsNotWrittenTo)
     const Handle view = block();
     ASSERT_EQ(as_matrix(view).Anr(), 5U);
     ASSERT_EQ(as_matrix(view).m_offset, 6U);
-    const std::vector<double> before(as_matrix(view).m_rarr.get(), as_matrix(view).m_rarr.get() + 20);
+    const std::vector<double> before(as_matrix(view).m_rarr, as_matrix(view).m_rarr + 20);
     const Handle sorted = Efi::Matrix::csort({.value = 0}, view, number(1));
     EXPECT_EQ(bits(sorted), bits(matrix({{1, 10}, {2, 20}, {3, 30}}, {}, {{4, 40}, {5, 50}, {6, 60}})));
     EXPECT_EQ(as_matrix(sorted).m_dim, Qud::Dim(Qud::Dim::Base::length));
@@ -128,7 +128,7 @@ TEST(Sort, ViewsAreSortedAndTheirMatrixIsNotWrittenTo)
     EXPECT_EQ(bits(turned), bits(view));
     EXPECT_EQ(bits(Efi::Matrix::sort(as_matrix(view).SubMatrix(0, 2, 0, 0))),
               bits(matrix({{1}, {2}, {3}}, {}, {{4}, {5}, {6}})));
-    const std::vector<double> after(as_matrix(view).m_rarr.get(), as_matrix(view).m_rarr.get() + 20);
+    const std::vector<double> after(as_matrix(view).m_rarr, as_matrix(view).m_rarr + 20);
     EXPECT_EQ(after, before);
 }
 

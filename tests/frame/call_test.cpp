@@ -137,8 +137,8 @@ TEST(Call, ViewsPointIntoTheHostsArraysAndLeaveItsRecordAlone)
     const Qud::MatVal& M = *Qud::matrix_of(block);
     Efi::Call call;
     const aMatrix* const view = call.view(M);
-    EXPECT_EQ(view->m_rv, M.m_rarr.get() + 5);
-    EXPECT_EQ(view->m_iv, M.m_iarr.get() + 5);
+    EXPECT_EQ(view->m_rv, M.m_rarr + 5);
+    EXPECT_EQ(view->m_iv, M.m_iarr + 5);
     EXPECT_EQ(M.m_rarr, Qud::matrix_of(whole)->m_rarr) << "a block shares its arrays";
     EXPECT_EQ(view->m_anr, 4U);
     EXPECT_EQ(view->m_tag, aMatrix::tag);

@@ -57,8 +57,8 @@ TEST(MatVal, TheRecordIsThatOfTheFunctionInterface)
     EXPECT_EQ(words[1], 0x7FF40000U);
     EXPECT_EQ(words[2], 3U);
     EXPECT_EQ(words[3], 2U);
-    EXPECT_EQ(view.m_rv, M.m_rarr.get());
-    EXPECT_EQ(view.m_iv, M.m_iarr.get());
+    EXPECT_EQ(view.m_rv, M.m_rarr);
+    EXPECT_EQ(view.m_iv, M.m_iarr);
     EXPECT_EQ(as_matrix(numbered(3, 2)).view().m_iv, nullptr);
 }
 
@@ -82,8 +82,8 @@ TEST(MatVal, ABlockCopiesNothing)
     EXPECT_EQ(B.m_iarr, M.m_iarr);
     EXPECT_EQ(B.m_offset, 6U);
     EXPECT_EQ(B.Anr(), 5U);
-    EXPECT_EQ(B.view().m_rv, M.m_rarr.get() + 6);
-    EXPECT_EQ(B.view().m_iv, M.m_iarr.get() + 6);
+    EXPECT_EQ(B.view().m_rv, M.m_rarr + 6);
+    EXPECT_EQ(B.view().m_iv, M.m_iarr + 6);
     EXPECT_EQ(cells(inner),
               (std::vector<Cell>{number_cell(11, -11, m), number_cell(12, -12, m), number_cell(21, -21, m),
                                  number_cell(22, -22, m), number_cell(31, -31, m), number_cell(32, -32, m)}));
@@ -333,6 +333,71 @@ TEST(MatVal, LargeMatricesTransposeTileByTile)
     }
 }
 
+/// The numbers of a source with a gap behind every column, as the test knows them.
+double of_source(std::size_t i, std::size_t j)
+{
+    return static_cast<double>(100 * i + j) + 0.5;
+}
+
+TEST(MatVal, ACopyHoldsItsFewNumbersItself)
+{
+    const struct {
+        std::uint32_t rows;
+        std::uint32_t cols;
+    } shapes[] = {{0, 0}, {1, 1},  {2, 2},  {4, 1},  {5, 1},   {2, 4},
+                  {4, 4}, {17, 1}, {10, 5}, {51, 1}, {10, 10}, {101, 1}};
+    constexpr std::size_t gap = 3;
+    for (const auto& shape : shapes)
+        for (const bool is_complex : {false, true}) {
+            const std::size_t anr = shape.rows + gap;
+            std::vector<double> re(anr * shape.cols + 1);
+            std::vector<double> im(anr * shape.cols + 1);
+            for (std::size_t j = 0; j < shape.cols; ++j)
+                for (std::size_t i = 0; i < shape.rows; ++i) {
+                    re[i + j * anr] = of_source(i, j);
+                    im[i + j * anr] = -of_source(j, i);
+                }
+            const Handle copy =
+                MatVal::copy_of(shape.rows, shape.cols, re.data(), is_complex ? im.data() : nullptr, anr, m);
+            const MatVal& M = as_matrix(copy);
+            ASSERT_EQ(M.Rows(), shape.rows);
+            ASSERT_EQ(M.Cols(), shape.cols);
+            EXPECT_EQ(M.Anr(), shape.rows);
+            EXPECT_EQ(M.HasImag(), is_complex);
+            EXPECT_EQ(M.UniformDimension(), m);
+            EXPECT_TRUE(M.IsUniformScalar());
+            for (std::size_t j = 0; j < shape.cols; ++j)
+                for (std::size_t i = 0; i < shape.rows; ++i) {
+                    EXPECT_EQ(M.real(i, j), of_source(i, j));
+                    EXPECT_EQ(M.imag(i, j), is_complex ? -of_source(j, i) : 0.0);
+                }
+        }
+}
+
+TEST(MatVal, WhatIsMadeOfACopyOutlivesIt)
+{
+    const double re[] = {1, 2, 3, 4, 5, 6};
+    const double im[] = {7, 8, 9, 10, 11, 12};
+    Handle copy = MatVal::copy_of(3, 2, re, im, 3, m);
+    const Handle block = as_matrix(copy).SubMatrix(1, 2, 1, 1);
+    const Handle turned = as_matrix(copy).Transpose();
+    const Handle column = as_matrix(as_matrix(copy).SubMatrix(0, 2, 0, 0)).Transpose();
+    const Handle plain = as_matrix(copy).StripDimension();
+    const Handle second = as_matrix(copy).copy();
+    const Handle other_unit = Qud::DimVal::dv(copy, s);
+    EXPECT_EQ(MatVal::Canonicalize(copy), copy);
+    const std::vector<Cell> expected = cells(copy);
+    const Handle element = as_matrix(copy).element(2, 1);
+    copy.reset();
+    EXPECT_EQ(cells(block), (std::vector<Cell>{number_cell(5, 11, m), number_cell(6, 12, m)}));
+    EXPECT_EQ(cell(as_matrix(turned), 1, 2), number_cell(6, 12, m));
+    EXPECT_EQ(cell(as_matrix(column), 0, 2), number_cell(3, 9, m));
+    EXPECT_EQ(cell(as_matrix(plain), 0, 1), number_cell(4, 10, none));
+    EXPECT_EQ(cells(second), expected);
+    EXPECT_EQ(cell(as_matrix(other_unit), 0, 0), number_cell(1, 7, s));
+    EXPECT_EQ(Qud::as_number(element)->im(), 12.0);
+}
+
 TEST(MatValThreads, ValuesAreSharedFreely)
 {
     MatBuilder builder(40, 40);
@@ -351,7 +416,7 @@ TEST(MatValThreads, ValuesAreSharedFreely)
                 EXPECT_EQ(cells(as_matrix(as_matrix(mine).Transpose()).Transpose()), expected);
                 EXPECT_EQ(cells(as_matrix(mine).copy()), expected);
                 EXPECT_FALSE(Qud::MatDim::make(as_matrix(mine)).has_value());
-                EXPECT_EQ(as_matrix(mine).view().m_rv, as_matrix(mine).m_rarr.get());
+                EXPECT_EQ(as_matrix(mine).view().m_rv, as_matrix(mine).m_rarr);
             }
         });
     value.reset(); // the last thread that ends gives the arrays back

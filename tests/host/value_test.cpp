@@ -153,8 +153,8 @@ TEST(Marshal, LargeArraysLeaveTheArenaWithoutACopy)
         EfiCallContext ctx;
         const aMatrix* const record = record_of_order(ctx, 200, 200);
         value = Efi::EfiMarshal::UnMarshal(ctx.m_arena, record, m);
-        EXPECT_EQ(as_matrix(value).m_rarr.get(), record->m_rv);
-        EXPECT_EQ(as_matrix(value).m_iarr.get(), record->m_iv);
+        EXPECT_EQ(as_matrix(value).m_rarr, record->m_rv);
+        EXPECT_EQ(as_matrix(value).m_iarr, record->m_iv);
         EXPECT_EQ(Efi::live_arenas().m_blocks, 0);
     }
     EXPECT_TRUE(has_elements_of_record(value, 200));
@@ -187,8 +187,8 @@ TEST(Marshal, OtherArraysAreCopied)
             EfiCallContext ctx;
             const aMatrix* const record = record_of_order(ctx, c.n, c.leading_dimension);
             value = Efi::EfiMarshal::UnMarshal(ctx.m_arena, record);
-            EXPECT_NE(as_matrix(value).m_rarr.get(), record->m_rv) << c.name;
-            EXPECT_NE(as_matrix(value).m_iarr.get(), record->m_iv) << c.name;
+            EXPECT_NE(as_matrix(value).m_rarr, record->m_rv) << c.name;
+            EXPECT_NE(as_matrix(value).m_iarr, record->m_iv) << c.name;
         }
         EXPECT_TRUE(has_elements_of_record(value, c.leading_dimension)) << c.name;
     }
@@ -201,11 +201,11 @@ TEST(Marshal, PartOfALargeArrayIsCopied)
     const aMatrix half{
         .m_anr = 200, .m_tag = aMatrix::tag, .m_rows = 200, .m_cols = 100, .m_rv = whole->m_rv, .m_iv = whole->m_iv};
     const Handle left = Efi::EfiMarshal::UnMarshal(ctx.m_arena, &half);
-    EXPECT_NE(as_matrix(left).m_rarr.get(), whole->m_rv) << "much smaller than its block";
+    EXPECT_NE(as_matrix(left).m_rarr, whole->m_rv) << "much smaller than its block";
     const aMatrix tail{
         .m_anr = 200, .m_tag = aMatrix::tag, .m_rows = 200, .m_cols = 199, .m_rv = whole->m_rv + 200, .m_iv = nullptr};
     const Handle behind_first = Efi::EfiMarshal::UnMarshal(ctx.m_arena, &tail);
-    EXPECT_NE(as_matrix(behind_first).m_rarr.get(), tail.m_rv) << "not the beginning of its block";
+    EXPECT_NE(as_matrix(behind_first).m_rarr, tail.m_rv) << "not the beginning of its block";
     EXPECT_EQ(as_matrix(behind_first).real(0, 0), 200.0);
     EXPECT_TRUE(has_elements_of_record(left, 200));
 }
@@ -216,8 +216,8 @@ TEST(Marshal, AnArrayThatIsBothPartsIsTakenOverOnce)
     aMatrix* const record = aMatrix::mk(ctx.m_arena, 100, 100, Efi::doubles(&ctx, 10000), nullptr);
     record->m_iv = record->m_rv;
     const Handle value = Efi::EfiMarshal::UnMarshal(ctx.m_arena, record);
-    EXPECT_EQ(as_matrix(value).m_rarr.get(), record->m_rv);
-    EXPECT_NE(as_matrix(value).m_iarr.get(), record->m_iv);
+    EXPECT_EQ(as_matrix(value).m_rarr, record->m_rv);
+    EXPECT_NE(as_matrix(value).m_iarr, record->m_iv);
 }
 
 TEST(Marshal, AnAbsentArenaIsNotAsked)
@@ -225,7 +225,7 @@ TEST(Marshal, AnAbsentArenaIsNotAsked)
     EfiCallContext ctx;
     const aMatrix* const record = record_of_order(ctx, 200, 200);
     const Handle value = Efi::EfiMarshal::UnMarshal(nullptr, record);
-    EXPECT_NE(as_matrix(value).m_rarr.get(), record->m_rv);
+    EXPECT_NE(as_matrix(value).m_rarr, record->m_rv);
     EXPECT_TRUE(has_elements_of_record(value, 200));
 }
 

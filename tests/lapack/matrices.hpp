@@ -215,9 +215,9 @@ inline std::vector<double> stored(const Qud::Handle& matrix)
 {
     const Qud::MatVal& M = *Qud::matrix_of(matrix);
     const std::size_t count = M.m_offset + std::size_t{M.Anr()} * M.Cols();
-    std::vector<double> numbers(M.m_rarr.get(), M.m_rarr.get() + count);
+    std::vector<double> numbers(M.m_rarr, M.m_rarr + count);
     if (M.HasImag())
-        numbers.insert(numbers.end(), M.m_iarr.get(), M.m_iarr.get() + count);
+        numbers.insert(numbers.end(), M.m_iarr, M.m_iarr + count);
     return numbers;
 }
 

@@ -5,6 +5,8 @@
 #include "bailuxsko/algebra/mapping.hpp"
 #include "bailuxsko/frame/call.hpp"
 
+#include <utility>
+
 namespace Efi {
 
 double DivWrap::over_zero(bool zero_numerator)
@@ -35,8 +37,8 @@ void refuse_other_kinds(const Qud::Handle& a, const Qud::Handle& b)
 Qud::Handle product(const Qud::MatVal& a, const Qud::MatVal& b)
 {
     if (a.get_IsUniformScalar() && b.get_IsUniformScalar()) {
-        const Qud::Handle plain = EfiMult::ScalarMatrixMult(a, b); // its errors come before the unit's
-        return Qud::DimVal::dv(plain, Qud::Dim::Mult(a.m_dim, b.m_dim));
+        Qud::Handle plain = EfiMult::ScalarMatrixMult(a, b); // its errors come before the unit's
+        return Qud::DimVal::dv(std::move(plain), Qud::Dim::Mult(a.m_dim, b.m_dim));
     }
     return EfiMult::CrazyMatrixMult(a, b);
 }

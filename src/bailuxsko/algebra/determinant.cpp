@@ -79,8 +79,8 @@ Qud::Handle Det(const Qud::MatVal& M)
 {
     const double n = M.Rows();
     if (M.get_IsUniformScalar()) {
-        const Qud::Handle plain = det_impl(M); // its errors come before the unit's
-        return Qud::DimVal::dv(plain, Qud::Dim::Pwr(M.m_dim, n));
+        Qud::Handle plain = det_impl(M); // its errors come before the unit's
+        return Qud::DimVal::dv(std::move(plain), Qud::Dim::Pwr(M.m_dim, n));
     }
     const std::optional<Qud::MatDim> units = Qud::MatDim::make(M);
     const std::optional<Qud::Dim> unit = units ? Qud::MatDim::Det(*units, M.Rows()) : std::nullopt;

@@ -9,6 +9,7 @@
 #include "bailuxsko/lapack/inverse.hpp"
 
 #include <optional>
+#include <utility>
 
 namespace Efi {
 
@@ -26,8 +27,8 @@ Qud::Handle matrix_inv(const Qud::MatVal& M)
 Qud::Handle Inv(const Qud::MatVal& M)
 {
     if (M.get_IsUniformScalar()) {
-        const Qud::Handle plain = matrix_inv(M); // its errors come before the unit's
-        return Qud::DimVal::dv(plain, Qud::Dim::Pwr(M.m_dim, -1.0));
+        Qud::Handle plain = matrix_inv(M); // its errors come before the unit's
+        return Qud::DimVal::dv(std::move(plain), Qud::Dim::Pwr(M.m_dim, -1.0));
     }
     const std::optional<Qud::MatDim> units = Qud::MatDim::make(M);
     const std::optional<Qud::MatDim> inverted = units ? Qud::MatDim::Pwr(*units, -1.0) : std::nullopt;

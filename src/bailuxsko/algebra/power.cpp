@@ -11,6 +11,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace Efi {
 
@@ -132,8 +133,8 @@ Qud::Handle EfiPwr::opFN(const Qud::Handle& f, const Qud::Handle& n)
 Qud::Handle EfiPwr::MatrixPower(const Qud::MatVal& M, int n)
 {
     if (M.get_IsUniformScalar()) {
-        const Qud::Handle plain = ScalarMatrixPower(M, n); // its errors come before the unit's
-        return Qud::DimVal::dv(plain, Qud::Dim::Pwr(M.m_dim, n));
+        Qud::Handle plain = ScalarMatrixPower(M, n); // its errors come before the unit's
+        return Qud::DimVal::dv(std::move(plain), Qud::Dim::Pwr(M.m_dim, n));
     }
     const Qud::MatDim units = pattern_of_power(M, n);
     const Qud::Handle plain = M.StripDimension();

@@ -3,6 +3,7 @@
 #include "bailuxsko/frame/call.hpp"
 
 #include <cmath>
+#include <utility>
 
 namespace Efi {
 
@@ -34,8 +35,8 @@ Qud::Handle EfiSqr::opM(const Qud::MatVal& M)
     if (!M.is_square())
         AppException::Raise(msg::must_be_square, 1);
     if (M.get_IsUniformScalar()) {
-        const Qud::Handle plain = EfiMult::ScalarMatrixMult(M, M); // its errors come before the unit's
-        return Qud::DimVal::dv(plain, Qud::Dim::Mult(M.m_dim, M.m_dim));
+        Qud::Handle plain = EfiMult::ScalarMatrixMult(M, M); // its errors come before the unit's
+        return Qud::DimVal::dv(std::move(plain), Qud::Dim::Mult(M.m_dim, M.m_dim));
     }
     return EfiMult::CrazyMatrixMult(M, M);
 }

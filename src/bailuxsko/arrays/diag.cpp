@@ -15,7 +15,7 @@ namespace {
 Qud::Handle diagonal_matrix_of_one_unit(const Qud::MatVal& v)
 {
     const std::size_t n = v.Rows();
-    const auto placed = [&](const Qud::SharedNumbers& source) -> Qud::SharedNumbers {
+    const auto placed = [&](const double* source) -> Qud::SharedNumbers {
         if (!source)
             return nullptr;
         Qud::FreshNumbers numbers = Qud::zero_numbers(Qud::element_count(n, n));

@@ -65,9 +65,9 @@ struct Best {
     }
     /// A number that stands by itself.
     void offer_number(double x) { offer(std::isnan(x) ? 0.0 : x); }
-    void offer_array(const Qud::SharedNumbers& numbers, const Qud::MatVal& M)
+    void offer_array(const double* numbers, const Qud::MatVal& M)
     {
-        offer(Extreme::of_array(numbers.get(), M.m_offset, M.Cols(), M.Rows(), M.Anr()));
+        offer(Extreme::of_array(numbers, M.m_offset, M.Cols(), M.Rows(), M.Anr()));
     }
 };
 

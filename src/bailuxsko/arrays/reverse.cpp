@@ -14,13 +14,13 @@ namespace Efi::Matrix {
 namespace {
 
 /// Every column of `rows` elements upside down; null for an absent array.
-Qud::SharedNumbers rowReverse(const Qud::SharedNumbers& source, const Qud::MatVal& M)
+Qud::SharedNumbers rowReverse(const double* source, const Qud::MatVal& M)
 {
     if (!source)
         return nullptr;
     Qud::FreshNumbers reversed = Qud::fresh_numbers(M.count());
     for (std::size_t j = 0; j < M.Cols(); ++j) {
-        const double* const column = source.get() + M.storage_index(0, j);
+        const double* const column = source + M.storage_index(0, j);
         std::reverse_copy(column, column + M.Rows(), reversed.get() + j * M.Rows());
     }
     return reversed;

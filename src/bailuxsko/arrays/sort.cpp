@@ -65,17 +65,17 @@ Qud::Handle sorted_by_itself(const Qud::MatVal& M, const Keys& keys)
     if (M.count() != keys.count() || M.HasImag() || !M.IsUniformScalar())
         return nullptr;
     Qud::FreshNumbers numbers = Qud::fresh_numbers(M.count());
-    if (!ascending_keys({M.m_rarr.get(), M.count()}, {numbers.get(), M.count()}))
+    if (!ascending_keys({M.m_rarr, M.count()}, {numbers.get(), M.count()}))
         return nullptr;
     return Qud::MatVal::make(M.Rows(), M.Cols(), std::move(numbers), nullptr, M.m_dim);
 }
 
-Qud::SharedNumbers moved(const Qud::SharedNumbers& source, const Qud::MatVal& M, const Permutation& p, Sorted sorted)
+Qud::SharedNumbers moved(const double* source, const Qud::MatVal& M, const Permutation& p, Sorted sorted)
 {
     if (!source)
         return nullptr;
     Qud::FreshNumbers result = Qud::fresh_numbers(M.count());
-    indexSort(M.Rows(), M.Rows(), M.Cols(), source.get(), result.get(), p.data(), static_cast<int>(sorted));
+    indexSort(M.Rows(), M.Rows(), M.Cols(), source, result.get(), p.data(), static_cast<int>(sorted));
     return result;
 }
 

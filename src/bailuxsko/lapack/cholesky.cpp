@@ -53,7 +53,7 @@ struct Stretch {
 void pack_triangle(const Qud::MatVal& M, Triangle triangle, double* a)
 {
     const std::size_t n = M.Rows();
-    const double* const source = M.m_rarr.get() + M.m_offset;
+    const double* const source = M.m_rarr + M.m_offset;
     for (std::size_t j = 0; j < n; ++j) {
         const Stretch rows(triangle, j, n);
         double* const column = a + j * n;
@@ -66,8 +66,8 @@ void pack_triangle(const Qud::MatVal& M, Triangle triangle, double* a)
 void pack_triangle(const Qud::MatVal& M, Triangle triangle, MKL_Complex16* a)
 {
     const std::size_t n = M.Rows();
-    const double* const re = M.m_rarr.get() + M.m_offset;
-    const double* const im = M.m_iarr.get() + M.m_offset;
+    const double* const re = M.m_rarr + M.m_offset;
+    const double* const im = M.m_iarr + M.m_offset;
     for (std::size_t j = 0; j < n; ++j) {
         const Stretch rows(triangle, j, n);
         MKL_Complex16* const column = a + j * n;

@@ -51,7 +51,7 @@ void packMatval(const Qud::MatVal& M, double* D, std::size_t ld)
 {
     if (ld == 0)
         ld = M.Rows();
-    const double* const source = M.m_rarr.get() + M.m_offset;
+    const double* const source = M.m_rarr + M.m_offset;
     const Stretches stretches(M.Rows(), M.Cols(), M.Anr(), ld);
     for (std::size_t j = 0; j < stretches.count; ++j)
         std::copy_n(source + j * M.Anr(), stretches.length, D + j * ld);
@@ -61,8 +61,8 @@ void cmat2mkl(const Qud::MatVal& M, MKL_Complex16* Z, std::size_t ld)
 {
     if (ld == 0)
         ld = M.Rows();
-    const double* const re = M.m_rarr.get() + M.m_offset;
-    const double* const im = M.HasImag() ? M.m_iarr.get() + M.m_offset : nullptr;
+    const double* const re = M.m_rarr + M.m_offset;
+    const double* const im = M.HasImag() ? M.m_iarr + M.m_offset : nullptr;
     const Stretches stretches(M.Rows(), M.Cols(), M.Anr(), ld);
     for (std::size_t j = 0; j < stretches.count; ++j) {
         if (im)

@@ -37,7 +37,7 @@ Qud::Handle ordered_complex(std::uint32_t n, const MKL_Complex16* values, const 
 {
     const Qud::Handle column = complex_matrix(values, n, 1);
     const Qud::MatVal& w = *Qud::matrix_of(column);
-    const std::vector<std::uint32_t> p = sortVector({w.m_rarr.get(), n});
+    const std::vector<std::uint32_t> p = sortVector({w.m_rarr, n});
     if (V == nullptr)
         return rearrangeVRows(w, p);
     const Qud::Handle vectors = complex_matrix(V, n, n);

@@ -36,7 +36,7 @@ bool is_finite(const double* part, const Qud::MatVal& M)
 
 bool is_finite(const Qud::MatVal& M)
 {
-    return is_finite(M.m_rarr.get() + M.m_offset, M) && (!M.HasImag() || is_finite(M.m_iarr.get() + M.m_offset, M));
+    return is_finite(M.m_rarr + M.m_offset, M) && (!M.HasImag() || is_finite(M.m_iarr + M.m_offset, M));
 }
 
 void refuse_not_finite(const Qud::MatVal& M)

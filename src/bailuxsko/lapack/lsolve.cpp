@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace Efi::IntelMKL {
 
@@ -93,8 +94,8 @@ Qud::Handle lsolve(const Qud::Handle& a, const Qud::Handle& b)
         lapack::require_equal_rows(A, B);
         if (!A.IsUniformScalar() || !B.IsUniformScalar())
             return CrazyLsolve(A, B);
-        const Qud::Handle X = ScalarLsolve(A, B);
-        return Qud::DimVal::dv(X, Qud::Dim::Mult(Qud::Dim::Pwr(A.m_dim, -1.0), B.m_dim));
+        Qud::Handle X = ScalarLsolve(A, B);
+        return Qud::DimVal::dv(std::move(X), Qud::Dim::Mult(Qud::Dim::Pwr(A.m_dim, -1.0), B.m_dim));
     });
 }
 

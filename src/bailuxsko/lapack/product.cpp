@@ -24,7 +24,7 @@ bool is_inner_product(const Qud::MatVal& A, const Qud::MatVal& B)
 
 const double* first(const Qud::MatVal& M)
 {
-    return M.m_rarr.get() + M.m_offset;
+    return M.m_rarr + M.m_offset;
 }
 
 /// BLAS only reads its factors, so they need no copies: a host matrix lies as BLAS wants it.

@@ -11,13 +11,13 @@ namespace lapack {
 
 namespace {
 
-Qud::SharedNumbers rearranged(const Qud::SharedNumbers& source, std::size_t rows, std::span<const std::uint32_t> p)
+Qud::SharedNumbers rearranged(const double* source, std::size_t rows, std::span<const std::uint32_t> p)
 {
     if (!source)
         return nullptr;
     Qud::FreshNumbers numbers = Qud::fresh_numbers(rows * p.size());
     for (std::size_t j = 0; j < p.size(); ++j)
-        std::copy_n(source.get() + p[j] * rows, rows, numbers.get() + j * rows);
+        std::copy_n(source + p[j] * rows, rows, numbers.get() + j * rows);
     return numbers;
 }
 

@@ -42,8 +42,7 @@ bool vanishes(const double* a, std::size_t anr, std::size_t n, Combine combine)
 
 bool isSymRealMatrix(const Qud::MatVal& M)
 {
-    return !M.HasImag() && M.is_square() &&
-           vanishes(M.m_rarr.get() + M.m_offset, M.Anr(), M.Rows(), std::minus<double>());
+    return !M.HasImag() && M.is_square() && vanishes(M.m_rarr + M.m_offset, M.Anr(), M.Rows(), std::minus<double>());
 }
 
 bool isHermitianMatrix(const Qud::MatVal& M)
@@ -53,8 +52,8 @@ bool isHermitianMatrix(const Qud::MatVal& M)
     for (std::size_t i = 0; i < M.Rows(); ++i)
         if (M.imag(i, i) != 0.0)
             return false;
-    return vanishes(M.m_rarr.get() + M.m_offset, M.Anr(), M.Rows(), std::minus<double>()) &&
-           vanishes(M.m_iarr.get() + M.m_offset, M.Anr(), M.Rows(), std::plus<double>());
+    return vanishes(M.m_rarr + M.m_offset, M.Anr(), M.Rows(), std::minus<double>()) &&
+           vanishes(M.m_iarr + M.m_offset, M.Anr(), M.Rows(), std::plus<double>());
 }
 
 } // namespace lapack

@@ -52,8 +52,8 @@ void scan_numbers(const Qud::MatVal& M, std::size_t j, IndexRange rows, const Qu
         for (std::size_t first = run.first; first < run.end; first += native::most_searched) {
             const std::size_t count = std::min(native::most_searched, run.end - first);
             const std::size_t index = M.storage_index(first, j);
-            const std::size_t found = native::find(
-                test, M.m_rarr.get() + index, M.HasImag() ? M.m_iarr.get() + index : nullptr, count, places.data());
+            const std::size_t found =
+                native::find(test, M.m_rarr + index, M.HasImag() ? M.m_iarr + index : nullptr, count, places.data());
             if (found != 0)
                 hits.add(first, {places.data(), found});
         }
@@ -114,8 +114,8 @@ double smallest_distance(const Qud::MatVal& M, IndexRange cols, IndexRange rows,
     }
     for (std::size_t j = cols.first; j < cols.end && distance != 0.0; ++j)
         for_each_run(M, j, rows, unit, [&](IndexRange run) {
-            distance = native::nearest_distance(M.m_rarr.get() + M.storage_index(run.first, j), run.end - run.first,
-                                                target, distance);
+            distance = native::nearest_distance(M.m_rarr + M.storage_index(run.first, j), run.end - run.first, target,
+                                                distance);
         });
     return distance;
 }

@@ -69,7 +69,7 @@ public:
     {
         Qud::Dim::Id(M.m_dim, index);
         for (std::size_t j = 0; j < M.Cols(); ++j) {
-            const double* const column = M.m_rarr.get() + M.storage_index(0, j);
+            const double* const column = M.m_rarr + M.storage_index(0, j);
             std::size_t i = 0;
             if (index == 1 && j == 0 && M.Rows() > 0)
                 m_running = whole(column[i++], index);

@@ -60,8 +60,8 @@ private:
         const bool is_packed = M.Anr() == M.Rows();
         const std::size_t columns = is_packed ? (M.Cols() > 0 ? 1 : 0) : M.Cols();
         for (std::size_t j = 0; j < columns; ++j)
-            add({.re = M.m_rarr.get() + M.storage_index(0, j),
-                 .im = is_complex && M.HasImag() ? M.m_iarr.get() + M.storage_index(0, j) : nullptr,
+            add({.re = M.m_rarr + M.storage_index(0, j),
+                 .im = is_complex && M.HasImag() ? M.m_iarr + M.storage_index(0, j) : nullptr,
                  .count = is_packed ? M.count() : M.Rows()});
     }
 

@@ -3,8 +3,7 @@
 #include "bailuxhost/matval.hpp"
 #include "efiutl/block_pool.hpp"
 
-#include <algorithm>
-#include <cstring>
+#include <utility>
 
 namespace Efi {
 
@@ -17,36 +16,30 @@ struct GiveBack {
     void operator()(const double*) const noexcept { block_pool::give(m_adopted.m_block, m_adopted.m_bytes); }
 };
 
-Qud::SharedNumbers copied_out(const double* source, const aMatrix& record)
+/// The array of a result, when it is large and has an arena's block to itself: taken over, or null.
+Qud::SharedNumbers adopted(IquAllocator* arena, const double* source, const aMatrix& record)
 {
-    const std::size_t rows = record.m_rows;
-    const std::size_t cols = record.m_cols;
-    Qud::FreshNumbers numbers = Qud::fresh_numbers(Qud::element_count(rows, cols));
-    if (rows == 0 || cols == 0)
-        return numbers;
-    if (record.m_anr == rows) {
-        std::memcpy(numbers.get(), source, rows * cols * sizeof(double));
-        return numbers;
-    }
-    for (std::size_t j = 0; j < cols; ++j)
-        std::memcpy(numbers.get() + j * rows, source + j * record.m_anr, rows * sizeof(double));
-    return numbers;
+    if (arena == nullptr || record.m_anr != record.m_rows)
+        return nullptr;
+    const std::size_t bytes = Qud::element_count(record.m_rows, record.m_cols) * sizeof(double);
+    const IquAllocator::Adopted block = arena->adopt(source, bytes);
+    return block.m_block == nullptr ? nullptr : Qud::SharedNumbers(source, GiveBack{block});
 }
 
-/// The numbers of a result: a large array that has an arena's block to itself is taken over, any other one copied.
+/// The numbers of a result for the value that it becomes.
 Qud::SharedNumbers taken_out(IquAllocator* arena, const double* source, const aMatrix& record)
 {
-    const std::size_t bytes = Qud::element_count(record.m_rows, record.m_cols) * sizeof(double);
-    if (arena != nullptr && record.m_anr == record.m_rows)
-        if (const IquAllocator::Adopted adopted = arena->adopt(source, bytes); adopted.m_block != nullptr)
-            return {source, GiveBack{adopted}};
-    return copied_out(source, record);
+    if (Qud::SharedNumbers taken_over = adopted(arena, source, record))
+        return taken_over;
+    return Qud::copied_numbers(source, record.m_rows, record.m_cols, record.m_anr);
 }
 
 } // namespace
 
 Qud::Handle EfiMarshal::UnMarshal(IquAllocator* arena, const aMatrix* result, const Qud::Dim& unit)
 {
+    if (Qud::element_count(result->m_rows, result->m_cols) <= Qud::MatVal::most_held_numbers)
+        return Qud::MatVal::copy_of(result->m_rows, result->m_cols, result->m_rv, result->m_iv, result->m_anr, unit);
     Qud::SharedNumbers real = taken_out(arena, result->m_rv, *result);
     Qud::SharedNumbers imaginary = result->m_iv ? taken_out(arena, result->m_iv, *result) : nullptr;
     return Qud::MatVal::make(result->m_rows, result->m_cols, std::move(real), std::move(imaginary), unit);

@@ -6,19 +6,10 @@
 #include "host/qud/tiles.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
-#include <limits>
-#include <new>
 
 namespace Qud {
-
-std::size_t element_count(std::size_t rows, std::size_t cols)
-{
-    constexpr std::size_t largest = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(double);
-    if (cols != 0 && rows > largest / cols)
-        throw std::bad_alloc();
-    return rows * cols;
-}
 
 FreshNumbers fresh_numbers(std::size_t count)
 {
@@ -29,6 +20,29 @@ FreshNumbers zero_numbers(std::size_t count)
 {
     FreshNumbers numbers = fresh_numbers(count);
     std::memset(numbers.get(), 0, count * sizeof(double));
+    return numbers;
+}
+
+namespace {
+
+void copy_columns(const double* source, std::size_t anr, double* destination, std::size_t rows, std::size_t cols)
+{
+    if (rows == 0 || cols == 0)
+        return;
+    if (anr == rows) {
+        std::memcpy(destination, source, rows * cols * sizeof(double));
+        return;
+    }
+    for (std::size_t j = 0; j < cols; ++j)
+        std::memcpy(destination + j * rows, source + j * anr, rows * sizeof(double));
+}
+
+} // namespace
+
+FreshNumbers copied_numbers(const double* source, std::size_t rows, std::size_t cols, std::size_t anr)
+{
+    FreshNumbers numbers = fresh_numbers(element_count(rows, cols));
+    copy_columns(source, anr, numbers.get(), rows, cols);
     return numbers;
 }
 
@@ -88,18 +102,6 @@ EntryTable::const_iterator first_entry_from(const EntryTable& entries, std::size
                             [](const Entry& e, std::size_t wanted) { return e.index < wanted; });
 }
 
-void copy_columns(const double* source, std::size_t anr, double* destination, std::size_t rows, std::size_t cols)
-{
-    if (rows == 0 || cols == 0)
-        return;
-    if (anr == rows) {
-        std::memcpy(destination, source, rows * cols * sizeof(double));
-        return;
-    }
-    for (std::size_t j = 0; j < cols; ++j)
-        std::memcpy(destination + j * rows, source + j * anr, rows * sizeof(double));
-}
-
 } // namespace
 
 MatVal::MatVal(Parts parts) : MatVal(Normalised{}, normalised(std::move(parts))) {}
@@ -107,10 +109,37 @@ MatVal::MatVal(Parts parts) : MatVal(Normalised{}, normalised(std::move(parts)))
 MatVal::MatVal(Normalised, Parts parts)
     : DimVal(Kind::matrix, uniform_dimension(parts)), Data{parts.anr,  mat_val::tag, parts.rows,
                                                            parts.cols, nullptr,      nullptr},
-      m_rarr(std::move(parts.real)), m_iarr(std::move(parts.imaginary)), m_offset(parts.offset),
-      m_extent(extent_of(parts)), m_units(std::move(parts.units)), m_entries(std::move(parts.entries))
+      m_rarr(parts.real.get()), m_iarr(parts.imaginary.get()), m_offset(parts.offset),
+      m_real_owner(std::move(parts.real)), m_imaginary_owner(std::move(parts.imaginary)), m_extent(extent_of(parts)),
+      m_units(std::move(parts.units)), m_entries(std::move(parts.entries))
 {
 }
+
+MatVal::MatVal(Key, std::uint32_t rows, std::uint32_t cols, const Dim& unit, const double* real,
+               const double* imaginary, SharedNumbers real_owner, SharedNumbers imaginary_owner) noexcept
+    : DimVal(Kind::matrix, unit), Data{rows, mat_val::tag, rows, cols, nullptr, nullptr}, m_rarr(real),
+      m_iarr(imaginary), m_offset(0), m_real_owner(std::move(real_owner)),
+      m_imaginary_owner(std::move(imaginary_owner)), m_units(unit)
+{
+}
+
+/// A matrix with room for its numbers, real parts first.
+template <std::size_t room>
+class MatVal::WithNumbers final : public MatVal {
+public:
+    WithNumbers(std::uint32_t rows, std::uint32_t cols, const double* real, const double* imaginary, std::size_t anr,
+                const Dim& unit) noexcept
+        : MatVal(Key(), rows, cols, unit, m_numbers.data(),
+                 imaginary ? m_numbers.data() + std::size_t{rows} * cols : nullptr, nullptr, nullptr)
+    {
+        copy_columns(real, anr, m_numbers.data(), rows, cols);
+        if (imaginary)
+            copy_columns(imaginary, anr, m_numbers.data() + count(), rows, cols);
+    }
+
+private:
+    std::array<double, room> m_numbers; // NOLINT(cppcoreguidelines-pro-type-member-init): as many as count are read
+};
 
 MatVal::Extent MatVal::extent_of(const Parts& parts)
 {
@@ -134,12 +163,25 @@ MatVal::Extent MatVal::extent_of(const Parts& parts)
 Handle MatVal::make(std::uint32_t rows, std::uint32_t cols, SharedNumbers real, SharedNumbers imaginary,
                     const Dim& unit)
 {
-    return make(Parts{.rows = rows,
-                      .cols = cols,
-                      .real = std::move(real),
-                      .imaginary = std::move(imaginary),
-                      .units = unit,
-                      .entries = nullptr});
+    const double* const first_real = real.get();
+    const double* const first_imaginary = imaginary.get();
+    return std::make_shared<const MatVal>(Key(), rows, cols, unit, first_real, first_imaginary, std::move(real),
+                                          std::move(imaginary));
+}
+
+Handle MatVal::copy_of(std::uint32_t rows, std::uint32_t cols, const double* real, const double* imaginary,
+                       std::size_t anr, const Dim& unit)
+{
+    const std::size_t count = element_count(rows, cols);
+    const std::size_t room = imaginary ? 2 * count : count;
+    if (room <= 4)
+        return std::make_shared<const WithNumbers<4>>(rows, cols, real, imaginary, anr, unit);
+    if (room <= 16)
+        return std::make_shared<const WithNumbers<16>>(rows, cols, real, imaginary, anr, unit);
+    if (room <= most_held_numbers)
+        return std::make_shared<const WithNumbers<most_held_numbers>>(rows, cols, real, imaginary, anr, unit);
+    SharedNumbers own_imaginary = imaginary ? copied_numbers(imaginary, rows, cols, anr) : nullptr;
+    return make(rows, cols, copied_numbers(real, rows, cols, anr), std::move(own_imaginary), unit);
 }
 
 Handle MatVal::empty()
@@ -149,12 +191,16 @@ Handle MatVal::empty()
 
 MatVal::Parts MatVal::parts() const
 {
+    const auto shared = [this](const double* numbers, const SharedNumbers& owner) -> SharedNumbers {
+        const bool held_here = numbers && !owner;
+        return held_here ? copied_numbers(numbers, Rows(), Cols(), Anr()) : owner;
+    };
     return {.rows = Rows(),
             .cols = Cols(),
             .anr = Anr(),
             .offset = m_offset,
-            .real = m_rarr,
-            .imaginary = m_iarr,
+            .real = shared(m_rarr, m_real_owner),
+            .imaginary = shared(m_iarr, m_imaginary_owner),
             .units = m_units,
             .entries = m_entries};
 }
@@ -179,8 +225,8 @@ mat_val MatVal::view() const noexcept
 {
     // Records have no const; workers read their arguments and never write to them.
     mat_val record = Data;
-    record.m_rv = const_cast<double*>(m_rarr.get()) + m_offset;
-    record.m_iv = m_iarr ? const_cast<double*>(m_iarr.get()) + m_offset : nullptr;
+    record.m_rv = const_cast<double*>(m_rarr) + m_offset;
+    record.m_iv = m_iarr ? const_cast<double*>(m_iarr) + m_offset : nullptr;
     return record;
 }
 
@@ -222,11 +268,11 @@ Handle MatVal::Transpose() const
     }
     flipped.anr = Cols();
     flipped.offset = 0;
-    const auto turned = [this](const SharedNumbers& source) -> SharedNumbers {
+    const auto turned = [this](const double* source) -> SharedNumbers {
         if (!source)
             return nullptr;
         FreshNumbers result = fresh_numbers(count());
-        transpose_tiles(source.get() + m_offset, Anr(), result.get(), Rows(), Cols());
+        transpose_tiles(source + m_offset, Anr(), result.get(), Rows(), Cols());
         return result;
     };
     flipped.real = turned(m_rarr);
@@ -253,12 +299,8 @@ Handle MatVal::copy() const
     Parts own = parts();
     own.anr = Rows();
     own.offset = 0;
-    const auto packed = [this](const SharedNumbers& source) -> SharedNumbers {
-        if (!source)
-            return nullptr;
-        FreshNumbers result = fresh_numbers(count());
-        copy_columns(source.get() + m_offset, Anr(), result.get(), Rows(), Cols());
-        return result;
+    const auto packed = [this](const double* source) -> SharedNumbers {
+        return source ? copied_numbers(source + m_offset, Rows(), Cols(), Anr()) : nullptr;
     };
     own.real = packed(m_rarr);
     own.imaginary = packed(m_iarr);
@@ -299,7 +341,7 @@ void MatVal::assertRealVector(int index) const
 
 void MatVal::PackReal(double* destination) const
 {
-    copy_columns(m_rarr.get() + m_offset, Anr(), destination, Rows(), Cols());
+    copy_columns(m_rarr + m_offset, Anr(), destination, Rows(), Cols());
 }
 
 Handle MatVal::ApplyLinearDimension(const MatDim& pattern) const

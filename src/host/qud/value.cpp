@@ -39,7 +39,7 @@ const MatVal& DimVal::asRealMatrix(const Handle& value, int index)
     return *matrix;
 }
 
-Handle DimVal::dv(const Handle& value, const Dim& unit)
+Handle DimVal::dv(Handle value, const Dim& unit)
 {
     const DimVal* const carrier = as_dimensioned(value);
     if (!carrier || unit.is_marker() || carrier->m_dim == unit)
