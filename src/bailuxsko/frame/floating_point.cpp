@@ -70,6 +70,9 @@ std::uint32_t begin() noexcept
 
 std::uint32_t end(std::uint32_t control) noexcept
 {
+    // An operation still under way that sets a flag makes some processors throw away all that they have begun when the
+    // register is read, which costs several times what waiting for it does.
+    _mm_lfence();
     const std::uint32_t state = _mm_getcsr();
     const std::uint32_t wanted = (state & ~(flag_bits | mask_bits)) | (control & mask_bits);
     if (state != wanted)
