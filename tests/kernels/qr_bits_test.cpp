@@ -113,17 +113,20 @@ TEST_P(QrBits, WhereRotationsAreLeftOut)
         Matrix triangle(n, n);
         Matrix banded(n, n);
         Matrix column_of_tiny(n, n);
+        Matrix some_rotated(n, n);
         for (std::uint32_t j = 0; j < n; ++j)
             for (std::uint32_t i = 0; i < n; ++i) {
                 const double x = support::uniform(random);
                 hessenberg.re(i, j) = i <= j + 1 ? x : 0.0;
                 triangle.re(i, j) = i <= j ? x : -0.0;
+                some_rotated.re(i, j) = i <= j || (i == j + 1 && j % 5 == 3) ? x : -0.0;
                 banded.re(i, j) = i <= j + 5 && j <= i + 5 ? x : 0.0;
                 column_of_tiny.re(i, j) = j == 2 ? x * 1e-170 : x; // its squares are zero: it is passed over as it is
             }
         expect_plain("Hessenberg", hessenberg);
         expect_plain("triangle", triangle);
         expect_plain("banded", banded);
+        expect_plain("columns that need no rotation between those that do", some_rotated);
         expect_plain("a column without norm", column_of_tiny);
     }
 }

@@ -98,9 +98,11 @@ private:
                 return false;
             fill_Q(i - 1);
         }
-        if (is_rotated) // a column that is rotated has a pivot, so there are no more sweeps than pivots
+        if (is_rotated) { // a column that is rotated has a pivot, so there are no more sweeps than pivots
+            fill_Q_above_pivot();
             m_sweeps[m_count++] = {
                 .m_pivot = m_pivot, .m_number = m_number++, .m_rotations = rotations, .m_complete = complete};
+        }
         return has_pivot || is_rotated;
     }
 
@@ -126,6 +128,14 @@ private:
             return;
         const std::size_t t = (i - filled) / width;
         m_S.m_signs.write_Q(i, t, m_S.strip(m_S.strips_of_R() + t) + i * width);
+    }
+
+    /// The same for the rows above the pivot, which no sweep will reach any more. There are such where columns had
+    /// pivots without being rotated.
+    [[gnu::always_inline]] void fill_Q_above_pivot() const
+    {
+        for (std::size_t i = width + m_number; i < m_pivot; i += width)
+            fill_Q(i);
     }
 
     const RowStrips& m_S;
