@@ -42,8 +42,8 @@ protected:
                 EXPECT_EQ(argument.re(i, j), Matrix::trap) << name << ": nor what stands between the columns";
     }
 
-    static constexpr std::uint32_t sizes[] = {1,  2,  3,  7,  8,   9,   10,  15,  16,  17,  23,  31,  33, 40,
-                                              63, 64, 65, 72, 120, 127, 128, 129, 137, 200, 255, 257, 300};
+    static constexpr std::uint32_t sizes[] = {1,  2,  3,  7,  8,   9,   10,  15,  16,  17,  23,  31,  33,  40,
+                                              63, 64, 65, 72, 120, 127, 128, 129, 137, 200, 255, 256, 257, 300};
 };
 
 TEST_P(CholeskyBits, OfAnyUpperTriangle)

@@ -395,10 +395,10 @@ TEST_P(InverseIterationBits, AreThoseOfCroutsMethod)
         for (const bool with_imaginary : {false, true}) {
             for (std::uint32_t n = 1; n <= 20; ++n)
                 expect_same(kind, n, with_imaginary);
-            for (const std::uint32_t n : {31U, 32U, 33U, 47U, 48U, 49U, 63U, 64U, 65U, 66U, 67U, 97U})
+            for (const std::uint32_t n : {31U, 32U, 33U, 47U, 48U, 49U, 63U, 64U, 65U, 66U, 67U, 95U, 96U, 97U})
                 expect_same(kind, n, with_imaginary);
         }
-    for (const std::uint32_t n : {127U, 128U, 129U, 161U, 200U})
+    for (const std::uint32_t n : {127U, 128U, 129U, 161U, 200U, 225U})
         expect_same(support::kinds[0], n, true);
 }
 

@@ -73,12 +73,26 @@ protected:
                 for (const std::uint32_t gap : {0U, 3U})
                     for (const bool strict : {false, true})
                         expect_same(n, gap, strict);
-            for (const std::uint32_t n : {31U, 33U, 63U, 64U, 65U, 66U, 71U, 72U, 73U, 127U, 128U, 129U, 150U})
+            for (const std::uint32_t n :
+                 {31U, 32U, 33U, 40U, 63U, 64U, 65U, 66U, 71U, 72U, 73U, 127U, 128U, 129U, 150U})
                 if (n <= largest)
                     expect_same(n, n % 2, n % 3 == 0);
         }
     }
 };
+
+/// More rows than a product takes at once, in one block of rows or two.
+TEST_P(InverseBits, OfManyRowsIsThePlainLoops)
+{
+    Random random(20241122);
+    for (const std::uint32_t n : {225U, 321U}) {
+        const Matrix A = draw(kinds[0], n, n + 1, n == 225, random);
+        const bool same = A.is_complex()
+                              ? outcome(native::complex_inverse, A, true) == outcome(plain::complex_inverse, A, true)
+                              : outcome(native::real_inverse, A, true) == outcome(plain::real_inverse, A, true);
+        EXPECT_TRUE(same) << "n = " << n;
+    }
+}
 
 TEST_P(InverseBits, RealIsThePlainLoops)
 {

@@ -10,6 +10,7 @@
 #include "tests/support/raises.hpp"
 
 #include <cfenv>
+#include <iterator>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -69,10 +70,18 @@ protected:
                     for (const bool strict : {false, true})
                         expect_same(fast, plain, kind, draw(kind, n, n + gap, with_imaginary, random), strict);
             for (const std::uint32_t n :
-                 {31U, 32U, 33U, 47U, 48U, 49U, 63U, 64U, 65U, 95U, 96U, 97U, 103U, 128U, 130U, 161U, 200U, 530U})
+                 {31U, 32U, 33U, 34U, 35U, 36U, 37U, 39U,  40U,  41U,  42U,  43U,  44U,  47U, 48U,
+                  49U, 63U, 64U, 65U, 95U, 96U, 97U, 103U, 127U, 128U, 129U, 130U, 161U, 200U})
                 if (n <= largest)
                     expect_same(fast, plain, kind, draw(kind, n, n + n % 2, with_imaginary, random), n % 3 == 0);
         }
+        // halves around the rows, and above the terms, that a product takes at once: each on one kind
+        std::size_t next = 0;
+        for (const std::uint32_t n : {384U, 399U, 400U, 401U, 530U})
+            if (n <= largest) {
+                const Kind& kind = kinds[next++ % std::size(kinds)];
+                expect_same(fast, plain, kind, draw(kind, n, n + 1, with_imaginary, random), n % 3 == 0);
+            }
     }
 
 private:

@@ -71,7 +71,8 @@ TEST_P(NormBits, AreThoseOfThePlainSums)
     for (const Case& c : cases)
         for (const support::Kind& kind : support::kinds)
             for (const bool complex : {false, true})
-                for (const std::uint32_t n : {1U, 2U, 3U, 4U, 5U, 7U, 8U, 9U, 11U, 12U, 15U, 16U, 17U, 31U, 64U, 101U})
+                for (const std::uint32_t n :
+                     {1U, 2U, 3U, 4U, 5U, 7U, 8U, 9U, 11U, 12U, 15U, 16U, 17U, 31U, 63U, 64U, 65U, 101U})
                     expect_same(c, kind, n, complex);
 }
 

@@ -5,8 +5,10 @@
 #include "bailuxsko/kernels/small_product.hpp"
 
 #include "tests/support/failing_arena.hpp"
+#include "tests/support/kinds.hpp"
 #include "tests/support/levels.hpp"
 #include "tests/support/matrix.hpp"
+#include "tests/support/outcome.hpp"
 #include "tests/support/raises.hpp"
 
 #include <bit>
@@ -44,6 +46,16 @@ Matrix draw(std::uint32_t rows, std::uint32_t cols, std::uint32_t gap, bool with
             if (with_imaginary)
                 A.im(i, j) = element(random);
         }
+    return A;
+}
+
+/// The same real parts, and imaginary ones of a kind.
+Matrix draw_parts(const support::Kind& kind, Matrix A, Random& random)
+{
+    A.make_complex();
+    for (std::uint32_t j = 0; j < A.cols(); ++j)
+        for (std::uint32_t i = 0; i < A.rows(); ++i)
+            A.im(i, j) = kind.element(random);
     return A;
 }
 
@@ -92,11 +104,12 @@ TEST_P(ProductBits, AreThoseOfThePlainSums)
     struct Size {
         std::uint32_t m, k, n;
     };
-    const Size sizes[] = {{1, 1, 1},    {2, 3, 4},      {10, 10, 10},   {16, 5, 9},   {17, 1, 1},   {17, 8, 5},
-                          {24, 24, 4},  {25, 3, 7},     {31, 40, 3},    {64, 1, 64},  {33, 70, 34}, {1, 50, 6},
-                          {100, 20, 2}, {5, 9, 200},    {20, 255, 3},   {19, 256, 5}, {33, 257, 6}, {17, 520, 9},
-                          {128, 3, 7},  {129, 4, 8},    {140, 300, 13}, {20, 159, 3}, {19, 160, 4}, {33, 161, 66},
-                          {192, 3, 64}, {193, 330, 65}, {200, 9, 68},   {216, 5, 71}};
+    const Size sizes[] = {{1, 1, 1},     {2, 3, 4},      {10, 10, 10},   {16, 5, 9},   {17, 1, 1},   {17, 8, 5},
+                          {24, 24, 4},   {25, 3, 7},     {31, 40, 3},    {64, 1, 64},  {33, 70, 34}, {1, 50, 6},
+                          {100, 20, 2},  {5, 9, 200},    {20, 255, 3},   {19, 256, 5}, {33, 257, 6}, {17, 520, 9},
+                          {128, 3, 7},   {129, 4, 8},    {140, 300, 13}, {20, 159, 3}, {19, 160, 4}, {33, 161, 66},
+                          {192, 3, 64},  {193, 330, 65}, {200, 9, 68},   {216, 5, 71}, {23, 7, 63},  {39, 319, 66},
+                          {191, 320, 5}, {47, 321, 64},  {32, 2, 65},    {41, 6, 4},   {40, 5, 63}};
     for (const Size& size : sizes)
         for (const bool complex_A : {false, true})
             for (const bool complex_B : {false, true}) {
@@ -113,6 +126,48 @@ TEST_P(ProductBits, AreThoseOfThePlainSums)
                 EXPECT_EQ(bits(support::imaginary(C)), bits(support::imaginary(expected))) << size.m << ' ' << size.k;
                 EXPECT_EQ(A.bits(), before_A);
                 EXPECT_EQ(B.bits(), before_B);
+            }
+}
+
+/// With the flags, and on numbers of all kinds.
+TEST_P(ProductBits, FlagsAreThoseOfThePlainSums)
+{
+    const auto outcome = [](auto compute) {
+        std::feclearexcept(FE_ALL_EXCEPT);
+        const aMatrix* const C = compute();
+        const int flags = std::fetestexcept(FE_OVERFLOW | FE_DIVBYZERO | FE_INVALID);
+        const std::size_t count = std::size_t{C->m_rows} * C->m_cols;
+        std::vector<std::uint64_t> all = support::bits_of(C->m_rv, count);
+        if (C->m_iv != nullptr)
+            support::append_bits(all, C->m_iv, count);
+        all.push_back(static_cast<std::uint64_t>(flags));
+        return all;
+    };
+    Random random(20241122);
+    struct Size {
+        std::uint32_t m, k, n;
+    };
+    for (const support::Kind& kind : support::kinds)
+        for (const Size& size : {Size{17, 3, 5}, Size{23, 4, 66}, Size{39, 161, 3}, Size{49, 2, 7}, Size{193, 1, 65}})
+            for (const bool complex : {false, true}) {
+                Matrix A = support::drawn(kind.element, size.m, size.k, size.m + 1, random);
+                Matrix B = support::drawn(kind.element, size.k, size.n, size.k, random);
+                if (complex) {
+                    A = draw_parts(kind, A, random);
+                    B = draw_parts(kind, B, random);
+                }
+                const aMatrix a = A.record();
+                const aMatrix b = B.record();
+                EfiCallContext ctx;
+                Matrix plain;
+                aMatrix expected;
+                const auto by_definition = [&] {
+                    plain = plain_product(A, B);
+                    expected = plain.record();
+                    return &expected;
+                };
+                EXPECT_TRUE(outcome([&] { return native::product(&ctx, &a, &b); }) == outcome(by_definition))
+                    << kind.name << ", " << size.m << ' ' << size.k << ' ' << size.n << ", complex " << complex;
             }
 }
 

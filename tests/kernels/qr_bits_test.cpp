@@ -68,11 +68,15 @@ TEST_P(QrBits, OfAllKinds)
     Random random(21);
     for (const Kind& kind : support::kinds) {
         for (std::uint32_t m = 1; m <= 18; ++m)
-            for (const std::uint32_t n : {1U, 2U, 3U, 7U, 8U, 9U, 17U})
+            for (const std::uint32_t n : {1U, 2U, 3U, 7U, 8U, 9U, 17U, 57U})
                 expect_plain(kind.name, drawn(kind, m, n, random));
         for (const std::uint32_t m : {31U, 32U, 33U, 40U, 65U})
             for (const std::uint32_t n : {31U, 32U, 33U, 64U, 66U, 97U})
                 expect_plain(kind.name, drawn(kind, m, n, random));
+        for (const std::uint32_t n : {47U, 48U, 49U, 55U, 56U, 57U, 63U, 64U, 65U})
+            expect_plain(kind.name, drawn(kind, n, n, random));
+        for (const std::uint32_t n : {95U, 96U, 97U})
+            expect_plain(kind.name, drawn(kind, 70, n, random));
         expect_plain(kind.name, drawn(kind, 130, 129, random));
         for (const std::uint32_t m : {121U, 127U, 140U, 170U})
             for (const std::uint32_t n : {1U, 2U, 5U, 8U, 9U, 20U, 55U})

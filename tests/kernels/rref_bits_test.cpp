@@ -54,9 +54,9 @@ TEST_P(RrefBits, OfAllKinds)
             for (std::uint32_t n = 1; n <= 13; ++n)
                 expect_plain(kind.name, drawn(kind, m, n, random));
         for (const std::uint32_t m : {5U, 31U, 32U, 33U, 47U, 65U, 130U})
-            for (const std::uint32_t n : {31U, 32U, 33U, 40U, 64U, 67U, 97U, 135U})
+            for (const std::uint32_t n : {31U, 32U, 33U, 34U, 36U, 37U, 40U, 64U, 67U, 97U, 129U, 135U})
                 expect_plain(kind.name, drawn(kind, m, n, random));
-        for (const std::uint32_t n : {31U, 32U, 33U, 63U, 65U, 96U, 127U, 128U, 161U, 230U})
+        for (const std::uint32_t n : {31U, 32U, 33U, 63U, 64U, 65U, 96U, 127U, 128U, 129U, 161U, 230U})
             expect_plain(kind.name, drawn(kind, n, n, random));
     }
 }
