@@ -11,6 +11,7 @@
 #include "tests/support/outcome.hpp"
 #include "tests/support/raises.hpp"
 
+#include <algorithm>
 #include <bit>
 #include <cfenv>
 #include <climits>
@@ -207,6 +208,30 @@ TEST_P(ProductBits, OfFewRowsRaiseNoFlagsOfTheirOwn)
             const aMatrix* const C = native::product(&ctx, &a, &b);
             EXPECT_EQ(std::fetestexcept(FE_INVALID | FE_OVERFLOW | FE_DIVBYZERO), 0) << m << ' ' << k;
             EXPECT_EQ(support::real(C), std::vector<double>(std::size_t{m} * 7, HUGE_VAL)) << m << ' ' << k;
+        }
+}
+
+TEST_P(ProductBits, SumsWithoutTermsAreZero)
+{
+    constexpr std::uint32_t n = 200;
+    for (const std::uint32_t m : {0U, 1U, 4U, 16U, 17U, 30U})
+        for (const bool complex : {false, true}) {
+            const std::size_t count = std::size_t{m} * n;
+            {
+                EfiCallContext before; // leaves memory that is not clear
+                std::fill_n(Efi::uncleared_doubles(&before, count + 3), count + 3, 1.0);
+                std::fill_n(Efi::uncleared_doubles(&before, count + 3), count + 3, 1.0);
+            }
+            double none = 0.0;
+            Matrix A(m, 0);
+            Matrix B(0, n);
+            aMatrix a = A.record();
+            aMatrix b = B.record();
+            a.m_iv = b.m_iv = complex ? &none : nullptr;
+            EfiCallContext ctx;
+            const aMatrix* const C = native::product(&ctx, &a, &b);
+            EXPECT_EQ(bits(support::real(C)), std::vector<std::uint64_t>(count)) << m;
+            EXPECT_EQ(bits(support::imaginary(C)), std::vector<std::uint64_t>(complex ? count : 0)) << m;
         }
 }
 

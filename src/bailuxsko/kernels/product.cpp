@@ -153,7 +153,7 @@ double* real_product(EfiCallContext* ctx, const aMatrix* A, const double* a, con
         .A = a, .lda = A->m_anr, .B = b, .ldb = B->m_anr, .C = c, .m = A->m_rows, .n = B->m_cols, .depth = A->m_cols};
     if (few_rows::suits(F.m, F.depth))
         at_level(few_rows_baseline, few_rows_avx2, few_rows_avx512)(F);
-    else if (F.m <= few_rows::most_rows)
+    else if (F.m <= few_rows::most_rows || F.depth == 0) // without terms no tile would be written
         at_level(columns_baseline, columns_avx2)(F);
     else
         at_level(tiles_baseline, tiles_avx2, tiles_avx512)(F,
@@ -171,7 +171,7 @@ aMatrix* product(EfiCallContext* ctx, const aMatrix* A, const aMatrix* B)
         double* const im = Efi::uncleared_doubles(ctx, count);
         aMatrix* const C = aMatrix::mk(ctx->m_arena, A->m_rows, B->m_cols, re, im);
         const ComplexFactors F{.A = A, .B = B, .C = C};
-        if (A->m_rows <= few_rows::most_rows)
+        if (A->m_rows <= few_rows::most_rows || A->m_cols == 0)
             at_level(complex_baseline, complex_avx2)(F);
         else
             at_level(complex_tiles_baseline, complex_tiles_avx2, complex_tiles_avx512)(
