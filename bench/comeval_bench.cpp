@@ -1,5 +1,6 @@
 // Eigenvalues by the library's own code beside LAPACK's zgeev without vectors.
 #include "bailuxsko/comeval.hpp"
+#include "bailuxsko/lapack/provider.hpp"
 
 #include "bench/compare.hpp"
 #include "bench/inputs.hpp"
@@ -67,6 +68,7 @@ void compare(const char* name, std::size_t n, bool is_complex, double at_most)
 
 int main()
 {
+    lapack::MKL_Set_Num_Threads(1);
     bench::header("comeval");
     compare("comeval, complex", 50, true, 0.6);
     compare("comeval, complex", 200, true, 0.9);

@@ -1,7 +1,7 @@
 // An eigenvector by inverse iteration beside the factorisation and the eleven solutions that it consists of.
-#include "bailuxsko/eigenvec.hpp"
-
 #include "bailuxsko/comeval.hpp"
+#include "bailuxsko/eigenvec.hpp"
+#include "bailuxsko/lapack/provider.hpp"
 #include "bench/compare.hpp"
 #include "bench/inputs.hpp"
 
@@ -74,6 +74,7 @@ void compare(std::size_t n)
 
 int main()
 {
+    lapack::MKL_Set_Num_Threads(1);
     bench::header("eigenvec");
     for (const std::size_t n : {50, 200, 500})
         compare(n);
