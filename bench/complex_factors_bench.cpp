@@ -21,7 +21,7 @@ using Complex = lapack::MKL_Complex16;
 namespace fortran = lapack::fortran;
 namespace IntelMKL = Efi::IntelMKL;
 
-constexpr double at_most = 1.05;
+using bench::at_most_beside_routine;
 constexpr double tolerance = 1e-8;
 
 /// Real and imaginary parts of a factor.
@@ -91,7 +91,10 @@ void singular_values(Problem& p, const char* jobs)
 void svd(Problem& p)
 {
     bench::compare(
-        {.name = "svds, complex", .n = p.size, .peer = "zgesvd, A interleaved", .at_most = at_most},
+        {.name = "svds, complex",
+         .n = p.size,
+         .peer = "zgesvd, A interleaved",
+         .at_most = at_most_beside_routine(p.size)},
         [&] { return IntelMKL::svds(p.host); },
         [&]() -> const Numbers& {
             singular_values(p, "N");
@@ -102,7 +105,7 @@ void svd(Problem& p)
         {.name = "SVD, complex",
          .n = p.size,
          .peer = "zgesvd with vectors, A interleaved, U, V parted",
-         .at_most = at_most},
+         .at_most = at_most_beside_routine(p.size)},
         [&] { return IntelMKL::svd(p.host); },
         [&]() -> const Numbers& {
             singular_values(p, "S");
@@ -116,7 +119,10 @@ void svd(Problem& p)
 void lu(Problem& p)
 {
     bench::compare(
-        {.name = "LU, complex", .n = p.size, .peer = "zgetrf, A interleaved, P, L, U formed", .at_most = at_most},
+        {.name = "LU, complex",
+         .n = p.size,
+         .peer = "zgetrf, A interleaved, P, L, U formed",
+         .at_most = at_most_beside_routine(p.size)},
         [&] { return IntelMKL::LU(p.host); },
         [&]() -> const Numbers& {
             p.copy_in();
@@ -140,7 +146,7 @@ void qr(Problem& p)
         {.name = "QR(M, 0), complex",
          .n = p.size,
          .peer = "zgeqrf, zungqr, A interleaved, Q, R formed",
-         .at_most = at_most},
+         .at_most = at_most_beside_routine(p.size)},
         [&] { return IntelMKL::QR(p.host, zero); },
         [&]() -> const Numbers& {
             p.copy_in();
@@ -154,7 +160,7 @@ void qr(Problem& p)
         {.name = "QR, complex",
          .n = p.size,
          .peer = "zgeqpf, zungqr, A interleaved, P, Q, R formed",
-         .at_most = at_most},
+         .at_most = at_most_beside_routine(p.size)},
         [&] { return IntelMKL::QR(p.host); },
         [&]() -> const Numbers& {
             p.copy_in();
@@ -178,7 +184,10 @@ void cholesky(Problem& p)
                 p.left.take(j * p.size + i, i >= j ? p.a[j * p.size + i] : Complex());
     };
     bench::compare(
-        {.name = "Cholesky(M, 0), complex", .n = p.size, .peer = "zpotrf, A interleaved, L parted", .at_most = at_most},
+        {.name = "Cholesky(M, 0), complex",
+         .n = p.size,
+         .peer = "zpotrf, A interleaved, L parted",
+         .at_most = at_most_beside_routine(p.size)},
         [&] { return IntelMKL::Cholesky(p.host, zero); },
         [&]() -> const Numbers& {
             p.copy_in();
@@ -191,7 +200,7 @@ void cholesky(Problem& p)
         {.name = "Cholesky, complex",
          .n = p.size,
          .peer = "zpstrf, A interleaved, L parted, P formed",
-         .at_most = at_most},
+         .at_most = at_most_beside_routine(p.size)},
         [&] { return IntelMKL::Cholesky(p.host); },
         [&]() -> const Numbers& {
             p.copy_in();

@@ -24,8 +24,6 @@ using bench::Numbers;
 namespace fortran = lapack::fortran;
 namespace IntelMKL = Efi::IntelMKL;
 
-constexpr double at_most = 1.05;
-constexpr std::size_t least_judged = 200; // below that a call's own microsecond shows
 constexpr double tolerance = 1e-7;
 
 enum class Wanted { values, vectors };
@@ -169,7 +167,7 @@ template <class Ours, class Peer>
 void compare(const Row& row, std::size_t n, Ours ours, Peer peer)
 {
     const std::string routine = std::string(row.routine) + (row.wanted == Wanted::vectors ? ", vectors" : ", values");
-    bench::compare({.name = row.name, .n = n, .peer = routine.c_str(), .at_most = n < least_judged ? 0.0 : at_most},
+    bench::compare({.name = row.name, .n = n, .peer = routine.c_str(), .at_most = bench::at_most_beside_routine(n)},
                    ours, peer, agree);
 }
 

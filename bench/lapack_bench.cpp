@@ -20,12 +20,7 @@
 
 namespace {
 
-/// Smaller calls are judged beside Eigen, elsewhere.
-double at_most(std::size_t n)
-{
-    return n < 200 ? 0.0 : 1.05;
-}
-
+using bench::at_most_beside_routine;
 using Complex = lapack::MKL_Complex16;
 using bench::Complexes;
 using bench::interleave;
@@ -61,7 +56,7 @@ void solve(int n, int nrhs)
         {.name = nrhs == 1 ? "lsolve, a column" : "lsolve, n columns",
          .n = order,
          .peer = "dgesv, A and B copied",
-         .at_most = at_most(order)},
+         .at_most = at_most_beside_routine(order)},
         [&] { return Efi::IntelMKL::lsolve(a, b); },
         [&]() -> const Numbers& {
             std::copy(A.begin(), A.end(), factors.begin());
@@ -87,7 +82,10 @@ void solve_complex(int n)
     Numbers x_im(order);
     std::vector<int> ipiv(order);
     bench::compare(
-        {.name = "lsolve, complex", .n = order, .peer = "zgesv, A and B interleaved", .at_most = at_most(order)},
+        {.name = "lsolve, complex",
+         .n = order,
+         .peer = "zgesv, A and B interleaved",
+         .at_most = at_most_beside_routine(order)},
         [&] { return Efi::IntelMKL::lsolve(a, b); },
         [&]() -> const Numbers& {
             interleave(re, im, factors);
@@ -117,7 +115,10 @@ void least_squares(int n)
     Numbers work(static_cast<std::size_t>(lwork));
     std::vector<int> jpvt(cols);
     bench::compare(
-        {.name = "lsolve, 2n by n", .n = cols, .peer = "dgelsy, A and B copied", .at_most = at_most(cols)},
+        {.name = "lsolve, 2n by n",
+         .n = cols,
+         .peer = "dgelsy, A and B copied",
+         .at_most = at_most_beside_routine(cols)},
         [&] { return Efi::IntelMKL::lsolve(a, b); },
         [&]() -> const Numbers& {
             std::copy(A.begin(), A.end(), factors.begin());
@@ -144,7 +145,7 @@ void inverse(int n)
     std::vector<int> ipiv(order);
     EfiCallContext context;
     bench::compare(
-        {.name = "dinv", .n = order, .peer = "dgetrf and dgetri, A copied", .at_most = at_most(order)},
+        {.name = "dinv", .n = order, .peer = "dgetrf and dgetri, A copied", .at_most = at_most_beside_routine(order)},
         [&] { return lapack::dinv(&context, *Qud::matrix_of(a)); },
         [&]() -> const Numbers& {
             std::copy(A.begin(), A.end(), Y.begin());
@@ -171,7 +172,7 @@ void symmetric_inverse(int n)
         {.name = "dinv, symmetric",
          .n = order,
          .peer = "dsytrf and dsytri, A copied, triangle completed",
-         .at_most = at_most(order)},
+         .at_most = at_most_beside_routine(order)},
         [&] { return lapack::dinv(&context, *Qud::matrix_of(a)); },
         [&]() -> const Numbers& {
             std::copy(A.begin(), A.end(), Y.begin());
@@ -197,7 +198,7 @@ void determinant(int n)
     std::vector<int> ipiv(order);
     EfiCallContext context;
     bench::compare(
-        {.name = "_determinant", .n = order, .peer = "dgetrf, A copied", .at_most = at_most(order)},
+        {.name = "_determinant", .n = order, .peer = "dgetrf, A copied", .at_most = at_most_beside_routine(order)},
         [&] { return Qud::as_number(lapack::_determinant(&context, *Qud::matrix_of(a)))->re(); },
         [&] {
             std::copy(A.begin(), A.end(), U.begin());
@@ -221,7 +222,7 @@ void product(int n)
     Numbers C(A.size());
     EfiCallContext context;
     bench::compare(
-        {.name = "_gemm", .n = order, .peer = "dgemm", .at_most = at_most(order)},
+        {.name = "_gemm", .n = order, .peer = "dgemm", .at_most = at_most_beside_routine(order)},
         [&] { return lapack::_gemm(&context, *Qud::matrix_of(a), *Qud::matrix_of(b)); },
         [&]() -> const Numbers& {
             cblas_dgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, n, n, n, 1.0, A.data(), n, B.data(), n, 0.0,
@@ -247,7 +248,7 @@ void product_complex(int n)
         {.name = "_gemm, complex",
          .n = order,
          .peer = "zgemm, A and B interleaved, C parted",
-         .at_most = at_most(order)},
+         .at_most = at_most_beside_routine(order)},
         [&] { return lapack::_gemm(&context, *Qud::matrix_of(a), *Qud::matrix_of(a)); },
         [&]() -> const Numbers& {
             interleave(re, im, A);

@@ -42,17 +42,22 @@ class Terminal:
     def type(self, keys):
         os.write(self.terminal, keys.encode())
 
-    def leave(self):
+    def leave(self, seconds=20):
         """Ends the input at the next prompt (before it, the terminal itself would take the key). The exit status."""
         self.expect("> ")
         self.type("\x04")
+        end = time.monotonic() + seconds
         try:
-            while os.read(self.terminal, 4096):
-                pass
-        except OSError:
+            while select.select([self.terminal], [], [], max(0.0, end - time.monotonic()))[0]:
+                self.output += os.read(self.terminal, 4096).decode(errors="replace")
+            os.kill(self.pid, signal.SIGKILL)
+            raise AssertionError(f"still there after {self.output!r}")
+        except OSError:  # the program has let go of the terminal
             pass
-        os.close(self.terminal)
-        return os.waitstatus_to_exitcode(os.waitpid(self.pid, 0)[1])
+        finally:
+            os.close(self.terminal)
+            status = os.waitpid(self.pid, 0)[1]
+        return os.waitstatus_to_exitcode(status)
 
 
 class Prompt(unittest.TestCase):
@@ -81,7 +86,9 @@ class Prompt(unittest.TestCase):
         terminal.expect("undefined name: quit")
         terminal.expect("Control-D ends the program.\r\n")
         terminal.expect("> ")
-        terminal.type("exit := 42\rexit\r")
+        terminal.type("exit := 42\r")
+        terminal.expect("> ")
+        terminal.type("exit\r")
         terminal.expect("42\r\n")
         self.assertNotIn("Control-D", terminal.output)
         self.assertEqual(terminal.leave(), 1)
@@ -102,6 +109,7 @@ class Prompt(unittest.TestCase):
         terminal.expect("> ")
         terminal.type("2 * stiff\t\r")
         terminal.expect("42\r\n")
+        terminal.expect("> ")
         terminal.type("transp\t[1, 2])\r")
         terminal.expect("[ 1 ]")
         self.assertEqual(terminal.leave(), 0)
