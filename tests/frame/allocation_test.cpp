@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <utility>
@@ -54,12 +56,22 @@ long requests_of(Operation operation)
     return requests - before;
 }
 
+/// n by n with 4 on the diagonal and 1 beside it.
+Handle matrix(std::uint32_t n, bool complex)
+{
+    const std::size_t count = std::size_t{n} * n;
+    Qud::FreshNumbers numbers = Qud::zero_numbers(count);
+    for (std::size_t i = 0; i < n; ++i) {
+        numbers[i * (n + 1)] = 4.0;
+        if (i > 0)
+            numbers[i * (n + 1) - 1] = 1.0;
+    }
+    return Qud::MatVal::make(n, n, numbers, complex ? Qud::zero_numbers(count) : nullptr);
+}
+
 Handle small_matrix(bool complex)
 {
-    Qud::FreshNumbers numbers = Qud::fresh_numbers(9);
-    const double values[] = {2, 1, 0, 1, 3, 1, 0, 1, 4};
-    std::copy(values, values + 9, numbers.get());
-    return Qud::MatVal::make(3, 3, numbers, complex ? Qud::zero_numbers(9) : nullptr);
+    return matrix(3, complex);
 }
 
 TEST(Allocation, TheCountIsSeen)
@@ -75,10 +87,15 @@ TEST(Allocation, AShapeQueryAllocatesItsResultOnly)
 
 TEST(Allocation, ASmallFactorisationAllocatesItsResultOnly)
 {
+    // P, L and U of 3 by 3 fit into the value, those of 6 by 6 do not.
     const Handle real = small_matrix(false);
-    EXPECT_EQ(requests_of([&] { Efi::Matrix::lu(real); }), 2) << "the value and its array";
+    EXPECT_EQ(requests_of([&] { Efi::Matrix::lu(real); }), 1) << "the value with its numbers";
     const Handle complex = small_matrix(true);
-    EXPECT_EQ(requests_of([&] { Efi::Matrix::lu(complex); }), 3) << "the value and its two arrays";
+    EXPECT_EQ(requests_of([&] { Efi::Matrix::lu(complex); }), 1) << "the value with its numbers";
+    const Handle larger = matrix(6, false);
+    EXPECT_EQ(requests_of([&] { Efi::Matrix::lu(larger); }), 2) << "the value and its array";
+    const Handle larger_complex = matrix(6, true);
+    EXPECT_EQ(requests_of([&] { Efi::Matrix::lu(larger_complex); }), 3) << "the value and its two arrays";
 }
 
 TEST(Allocation, LargeCallsReuseWhatTheLastOneGaveBack)
