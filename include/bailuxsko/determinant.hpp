@@ -8,13 +8,14 @@ namespace Efi::Matrix {
 
 /// The magnitude of a number, the length of a column (a 1-by-1 matrix too), the determinant of another square matrix.
 /// Real matrices of at most 4 rows go by fraction-free elimination, which is exact for integers whose intermediate
-/// determinants fit a double; larger and complex ones by LAPACK. The determinant of [] is 1.
+/// determinants fit a double; complex and larger ones by factorisation, which is LAPACK's for complex ones and for more
+/// than 32 rows. The determinant of [] is 1.
 /// @return    unit(x); of a determinant unit(x)^n, or the product of the units over the diagonal
 /// @throws    "must be a scalar or a matrix" (1), "must be square" (1), "must be scalar matrix" (1) for a column that
 /// is
 ///            not of one unit, "must be a linear algebra matrix" (1), "matrix too big" (1)
-/// @see       Bareiss, Sylvester's identity and multistep integer-preserving Gaussian elimination, Math. Comp. 22
-/// (1968)
+/// @see       Bareiss, Sylvester's identity and multistep integer-preserving Gaussian elimination, Math. Comp. 22,
+///            1968
 BAILUXSKO_API Qud::Handle abs(const Qud::Handle& x);
 
 /// The same as `abs`.

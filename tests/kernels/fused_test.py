@@ -1,4 +1,4 @@
-"""Kernels hold no fused multiply-add: it rounds once where the plain loops round twice.
+"""The library holds no fused multiply-add: it rounds once where the plain loops round twice.
 
 usage: fused_test.py OBJECT...
 """
@@ -19,12 +19,14 @@ class Fused(unittest.TestCase):
         self.assertGreater(len(OBJECTS), 1)
 
     def test_no_object_has_any(self):
+        with_code = 0
         for path in OBJECTS:
             with self.subTest(object=path):
                 listing = subprocess.run(["objdump", "--disassemble", "--no-show-raw-insn", path], check=True,
                                          capture_output=True, text=True).stdout
-                self.assertIn(">:", listing)
+                with_code += ">:" in listing  # a file of data alone has none
                 self.assertEqual(fused_instructions(listing), [])
+        self.assertGreater(with_code, len(OBJECTS) / 2)
 
     def test_each_kind_is_caught(self):
         for name in ("vfmadd231pd", "vfmsub132sd", "vfnmadd213pd", "vfnmsub231sd", "vfmaddsub132pd", "vfmsubadd213pd"):
